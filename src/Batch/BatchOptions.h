@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "Models/JobParams.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+
+#include <exception>
+#include <optional>
+
+/// A command line that can't be followed, in words for its writer.
+class UsageError : public std::exception
+{
+public:
+    explicit UsageError(QString message)
+        : m_message(std::move(message))
+    {
+    }
+
+    const QString &message() const { return m_message; }
+    const char *what() const noexcept override { return "UsageError"; }
+
+private:
+    QString m_message;
+};
+
+/// What one call of morvix-batch asks for.
+struct BatchOptions {
+    enum class Request { run, help, version };
+    enum class Output { text, json };
+    enum class Running { real, dry };
+
+    Request request = Request::run;
+    Output output = Output::text;
+    Running running = Running::real;
+    TargetSizeParams params;
+    QList<QUrl> files;
+    std::optional<QUrl> outputDirectory;
+
+    /// Reads the arguments after the program's name. Throws UsageError.
+    static BatchOptions parse(const QStringList &arguments);
+    static QString helpText();
+};

@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "Batch/JsonReport.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 progressIntervalMs = 500;
+
+QJsonObject lineOf(const QString &type, const QUrl &input)
+{
+    return {{u"type"_s, type}, {u"input"_s, input.toLocalFile()}};
+}
+
+QJsonArray paths(const QList<QUrl> &urls)
+{
+    QJsonArray array;
+    for (const QUrl &url : urls) {
+        array.append(url.toLocalFile());
+    }
+    return array;
+}
+
+QJsonArray steps(const JobPlan &plan)
+{
+    QJsonArray array;
+    for (const FFmpegStep &step : plan.steps) {
+        array.append(QJsonObject{{u"label"_s, step.label},
+                                 {u"args"_s, QJsonArray::fromStringList(step.args)},
+                                 {u"progressDuration"_s, step.progressDuration}});
+    }
+    return array;
+}
+
+} // namespace
+
+JsonReport::JsonReport(QFile &out)
+    : m_out(out)
+{
+}
+
+void JsonReport::started(const QUrl &input)
+{
+    m_sinceProgress.invalidate();
+    write(lineOf(u"start"_s, input));
+}
+
+void JsonReport::progressed(const QUrl &input, double fraction)
+{
+    if (m_sinceProgress.isValid() && !m_sinceProgress.hasExpired(progressIntervalMs)) {
+        return;
+    }
+    m_sinceProgress.start();
+    QJsonObject line = lineOf(u"progress"_s, input);
+    line.insert(u"fraction"_s, fraction);
+    write(line);
+}
+
+void JsonReport::finished(const FinishedJob &job)
+{
+    QJsonObject line = lineOf(u"finished"_s, job.input);
+    line.insert(u"outputs"_s, paths(job.outputs));
+    line.insert(u"originalBytes"_s, job.originalBytes);
+    line.insert(u"outputBytes"_s, job.outputBytes);
+    line.insert(u"limitBytes"_s, job.limitBytes);
+    line.insert(u"attempts"_s, job.attempts);
+    line.insert(u"seconds"_s, job.seconds);
+    line.insert(u"note"_s, job.note.isEmpty() ? QJsonValue() : QJsonValue(job.note));
+    write(line);
+}
+
+void JsonReport::failed(const QUrl &input, const QString &message)
+{
+    QJsonObject line = lineOf(u"failed"_s, input);
+    line.insert(u"message"_s, message);
+    write(line);
+}
+
+void JsonReport::planned(const PlannedJob &job)
+{
+    QJsonObject line = lineOf(u"plan"_s, job.input);
+    line.insert(u"steps"_s, steps(job.plan));
+    line.insert(u"runs"_s, steps(job.runnable));
+    line.insert(u"outputs"_s, paths(job.plan.finalOutputURLs));
+    line.insert(u"cleanup"_s, paths(job.plan.cleanupURLs));
+    if (job.plan.targetLimitBytes) {
+        line.insert(u"limitBytes"_s, *job.plan.targetLimitBytes);
+    }
+    if (job.plan.badgeKey) {
+        line.insert(u"badgeKey"_s, *job.plan.badgeKey);
+    }
+    write(line);
+}
+
+void JsonReport::write(const QJsonObject &object)
+{
+    m_out.write(QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');
+    m_out.flush();
+}

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "Batch/Report.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonObject>
+
+/// One JSON object a line; readers pass over keys that they don't know.
+class JsonReport : public Report
+{
+public:
+    /// Writes to `out`, which must outlive it and be open.
+    explicit JsonReport(QFile &out);
+
+    void started(const QUrl &input) override;
+    /// Writes at most twice a second.
+    void progressed(const QUrl &input, double fraction) override;
+    void finished(const FinishedJob &job) override;
+    void failed(const QUrl &input, const QString &message) override;
+    void planned(const PlannedJob &job) override;
+
+private:
+    void write(const QJsonObject &object);
+
+    QFile &m_out;
+    QElapsedTimer m_sinceProgress;
+};

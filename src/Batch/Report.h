@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "Models/JobPlan.h"
+
+#include <QList>
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+
+/// A job that ended well.
+struct FinishedJob {
+    QUrl input;
+    QList<QUrl> outputs;
+    qint64 originalBytes = 0;
+    qint64 outputBytes = 0;
+    qint64 limitBytes = 0;
+    /// All runs of the plan and of what its factories made.
+    int attempts = 0;
+    double seconds = 0;
+    /// Empty when there is none.
+    QString note;
+};
+
+/// What a dry run shows.
+struct PlannedJob {
+    QUrl input;
+    /// As planned.
+    JobPlan plan;
+    /// As it would run on this machine.
+    JobPlan runnable;
+    QUrl ffmpeg;
+};
+
+/// Where morvix-batch tells what happens. Called on the main thread.
+class Report
+{
+public:
+    virtual ~Report() = default;
+
+    virtual void started(const QUrl &input) = 0;
+    virtual void progressed(const QUrl &input, double fraction) = 0;
+    virtual void finished(const FinishedJob &job) = 0;
+    virtual void failed(const QUrl &input, const QString &message) = 0;
+    virtual void planned(const PlannedJob &job) = 0;
+};

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "Batch/TextReport.h"
+
+#include "Batch/BatchTexts.h"
+#include "Batch/ShellQuoting.h"
+#include "Engine/Text.h"
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int barWidth = 30;
+
+// A name with a line feed or an escape sequence must not act on the terminal.
+QString printable(const QString &name)
+{
+    QString text = name;
+    for (QChar &c : text) {
+        if (c.category() == QChar::Other_Control) {
+            c = QChar::ReplacementCharacter;
+        }
+    }
+    return text;
+}
+
+QString nameOf(const QUrl &url)
+{
+    return printable(url.fileName());
+}
+
+QString shareOfLimit(const FinishedJob &job)
+{
+    return Text::fixed(100.0 * static_cast<double>(job.outputBytes) /
+                           static_cast<double>(job.limitBytes),
+                       1) +
+           u" % of "_s + BatchTexts::size(job.limitBytes);
+}
+
+QString attempts(int count)
+{
+    return count == 1 ? u"1 attempt"_s : u"%1 attempts"_s.arg(count);
+}
+
+} // namespace
+
+TextReport::TextReport(QFile &out, QFile &errors, Bar bar)
+    : m_out(out)
+    , m_errors(errors)
+    , m_bar(bar)
+{
+}
+
+void TextReport::started(const QUrl &input)
+{
+    progressed(input, 0);
+}
+
+void TextReport::progressed(const QUrl &input, double fraction)
+{
+    if (m_bar == Bar::hidden) {
+        return;
+    }
+    const int filled = static_cast<int>(std::lround(fraction * barWidth));
+    const QString bar = QString(filled, u'█') + QString(barWidth - filled, u'░');
+    m_out.write(u"\r\x1b[K%1 %2 % %3"_s
+                    .arg(bar, Text::fixed(fraction * 100, 0).rightJustified(3), nameOf(input))
+                    .toUtf8());
+    m_out.flush();
+}
+
+void TextReport::finished(const FinishedJob &job)
+{
+    QString line = u"%1: %2 → %3, %4, %5, %6 s → %7"_s.arg(
+        nameOf(job.input), BatchTexts::size(job.originalBytes), BatchTexts::size(job.outputBytes),
+        shareOfLimit(job), attempts(job.attempts), Text::fixed(job.seconds, 1),
+        printable(job.outputs.first().toLocalFile()));
+    if (!job.note.isEmpty()) {
+        line += u" ("_s + job.note + u')';
+    }
+    writeLine(m_out, line);
+}
+
+void TextReport::failed(const QUrl &input, const QString &message)
+{
+    writeLine(m_errors, printable(input.toLocalFile()) + u": "_s + message);
+}
+
+void TextReport::planned(const PlannedJob &job)
+{
+    writeLine(m_out, u"# "_s + printable(job.input.toLocalFile()));
+    const QString program = job.ffmpeg.toLocalFile();
+    for (qsizetype i = 0; i < job.plan.steps.size(); ++i) {
+        const FFmpegStep &step = job.plan.steps.at(i);
+        const QStringList &runs = job.runnable.steps.at(i).args;
+        if (runs != step.args) {
+            writeLine(m_out, u"# planned: "_s + ShellQuoting::commandLine(program, step.args).replace(u'\n', u' '));
+        }
+        writeLine(m_out, u"# "_s + step.label);
+        writeLine(m_out, ShellQuoting::commandLine(program, runs));
+    }
+}
+
+void TextReport::clearBar()
+{
+    if (m_bar == Bar::shown) {
+        m_out.write("\r\x1b[K");
+        m_out.flush();
+    }
+}
+
+void TextReport::writeLine(QFile &file, const QString &line)
+{
+    clearBar();
+    file.write(line.toUtf8() + '\n');
+    file.flush();
+}

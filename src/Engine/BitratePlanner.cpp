@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "Engine/BitratePlanner.h"
+
+namespace {
+
+constexpr double shortestDuration = 0.1;
+constexpr qint64 floorKbps = 64;
+constexpr qint64 lowKbps = 160;
+constexpr double lowWarningSeconds = 30.0;
+
+// 8192 kilobits to the megabyte stands beside the decimal limit on purpose: with the margin of
+// five percent it aims at 97.3 percent of the limit.
+constexpr double kilobitsPerMegabyte = 8192.0;
+constexpr double safetyMargin = 0.95;
+
+qint64 audioKbps(const BitratePlanner::Request &request)
+{
+    if (!request.hasAudio || request.muted) {
+        return 0;
+    }
+    return request.targetMB >= 50 ? 128 : 64;
+}
+
+qint64 rawVideoKbps(double targetMB, double duration, qint64 audio)
+{
+    return static_cast<qint64>(((targetMB * kilobitsPerMegabyte) * safetyMargin) / duration -
+                               static_cast<double>(audio));
+}
+
+qint64 bytesOf(double duration, qint64 kbps)
+{
+    return static_cast<qint64>(duration * ((static_cast<double>(kbps) * 1000.0) * 0.125));
+}
+
+// From the top, first match wins. The bounds are unlike on purpose: 2499 and 699 still cap, 1500
+// doesn't.
+std::optional<qint64> heightCap(std::optional<qint64> width, qint64 raw)
+{
+    if (!width) {
+        return std::nullopt;
+    }
+    if (*width >= 1921 && raw <= 2499) {
+        return 1080;
+    }
+    if (*width >= 1281 && raw < 1500) {
+        return 720;
+    }
+    if (*width >= 855 && raw <= 699) {
+        return 480;
+    }
+    return std::nullopt;
+}
+
+QList<BitratePlanner::Warning> warningsFor(const BitratePlanner::Plan &plan, qint64 raw)
+{
+    QList<BitratePlanner::Warning> warnings;
+    if (raw < floorKbps) {
+        const qint64 smallest = bytesOf(plan.durationSeconds, plan.audioBitrateKbps + floorKbps);
+        warnings.append(plan.targetBytes < smallest ? BitratePlanner::Warning::hopeless
+                                                    : BitratePlanner::Warning::floorReached);
+    }
+    if (plan.durationSeconds > lowWarningSeconds && raw <= lowKbps) {
+        warnings.append(BitratePlanner::Warning::lowBitrate);
+    }
+    return warnings;
+}
+
+} // namespace
+
+BitratePlanner::Plan BitratePlanner::plan(const Request &request)
+{
+    Plan plan;
+    plan.targetBytes = static_cast<qint64>(request.targetMB * 1'000'000.0);
+    plan.durationSeconds =
+        request.durationSeconds <= shortestDuration ? shortestDuration : request.durationSeconds;
+    plan.audioBitrateKbps = audioKbps(request);
+
+    const qint64 raw = rawVideoKbps(request.targetMB, plan.durationSeconds, plan.audioBitrateKbps);
+    plan.videoBitrateKbps = raw < floorKbps ? floorKbps : raw;
+    plan.maxHeight = heightCap(request.width, raw);
+    plan.estimatedBytes =
+        bytesOf(plan.durationSeconds, plan.audioBitrateKbps + plan.videoBitrateKbps);
+    plan.warnings = warningsFor(plan, raw);
+    return plan;
+}

@@ -1,0 +1,237 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "Engine/ChildSpawner.h"
+
+#include <QByteArray>
+
+#include <array>
+#include <cerrno>
+#include <condition_variable>
+#include <csignal>
+#include <deque>
+#include <fcntl.h>
+#include <functional>
+#include <future>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <thread>
+#include <vector>
+
+namespace {
+
+struct Pipe {
+    FileDescriptor readEnd;
+    FileDescriptor writeEnd;
+};
+
+// All that the child needs, laid out beforehand: between vfork() and exec it may allocate nothing.
+struct PreparedChild {
+    const char *executable = nullptr;
+    char *const *arguments = nullptr;
+    int standardInput = -1;
+    int standardOutput = -1;
+    int standardError = -1;
+    int execErrors = -1;
+    pid_t parent = -1;
+};
+
+[[noreturn]] void failLaunch(const QString &executable, int error)
+{
+    throw LaunchError(executable + QStringLiteral(": ") + qt_error_string(error));
+}
+
+// A descriptor above the standard three, so that redirecting one never closes another.
+FileDescriptor moveAboveStandardStreams(int descriptor)
+{
+    const FileDescriptor original(descriptor);
+    return FileDescriptor(::fcntl(original.get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
+Pipe makePipe(const QString &executable)
+{
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+        failLaunch(executable, errno);
+    }
+    Pipe pipe{moveAboveStandardStreams(ends[0]), moveAboveStandardStreams(ends[1])};
+    if (!pipe.readEnd.isOpen() || !pipe.writeEnd.isOpen()) {
+        failLaunch(executable, errno);
+    }
+    return pipe;
+}
+
+FileDescriptor openNullDevice()
+{
+    return moveAboveStandardStreams(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+}
+
+// Handlers of the parent mean nothing in the child; what the parent was started with as ignored
+// (nohup) stays ignored, but for SIGPIPE, which only we ignore.
+void resetSignals()
+{
+    for (int signal = 1; signal < NSIG; ++signal) {
+        struct sigaction action {};
+        if (::sigaction(signal, nullptr, &action) != 0) {
+            continue;
+        }
+        if (action.sa_handler != SIG_IGN || signal == SIGPIPE) {
+            action = {};
+            action.sa_handler = SIG_DFL;
+            ::sigaction(signal, &action, nullptr);
+        }
+    }
+    sigset_t none;
+    sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+void redirect(int descriptor, int standardStream)
+{
+    if (descriptor >= 0) {
+        ::dup2(descriptor, standardStream);
+    }
+}
+
+// Runs in the child, which shares the parent's memory until exec.
+[[noreturn]] void becomeChild(const PreparedChild &child)
+{
+    ::setpgid(0, 0);
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    // The parent may have died before the line above.
+    if (::getppid() != child.parent) {
+        ::_exit(EXIT_FAILURE);
+    }
+    redirect(child.standardInput, STDIN_FILENO);
+    redirect(child.standardOutput, STDOUT_FILENO);
+    redirect(child.standardError, STDERR_FILENO);
+    resetSignals();
+    ::execv(child.executable, child.arguments);
+    const int error = errno;
+    [[maybe_unused]] const ssize_t written = ::write(child.execErrors, &error, sizeof error);
+    ::_exit(EXIT_FAILURE);
+}
+
+// vfork() and not fork(): copying the page tables of a large parent takes 27 ms.
+pid_t forkInto(const PreparedChild &child)
+{
+    sigset_t all;
+    sigset_t previous;
+    sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &previous);
+    const pid_t pid = ::vfork();
+    if (pid == 0) {
+        becomeChild(child);
+    }
+    const int error = errno;
+    ::pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+    errno = error;
+    return pid;
+}
+
+// 0 when exec succeeded: the pipe was closed by it without a word.
+int readExecError(const FileDescriptor &readEnd)
+{
+    int error = 0;
+    ssize_t count = 0;
+    do {
+        count = ::read(readEnd.get(), &error, sizeof error);
+    } while (count < 0 && errno == EINTR);
+    return count == static_cast<ssize_t>(sizeof error) ? error : 0;
+}
+
+std::vector<QByteArray> encodedArguments(const ChildCommand &command)
+{
+    std::vector<QByteArray> encoded{command.executable.toUtf8()};
+    for (const QString &argument : command.args) {
+        encoded.push_back(argument.toUtf8());
+    }
+    return encoded;
+}
+
+std::unique_ptr<ChildProcess> launch(const ChildCommand &command)
+{
+    Pipe output = makePipe(command.executable);
+    Pipe errors = makePipe(command.executable);
+    Pipe execErrors = makePipe(command.executable);
+    const FileDescriptor null =
+        command.standardInput == StandardInput::null ? openNullDevice() : FileDescriptor();
+
+    std::vector<QByteArray> encoded = encodedArguments(command);
+    std::vector<char *> arguments;
+    for (QByteArray &argument : encoded) {
+        arguments.push_back(argument.data());
+    }
+    arguments.push_back(nullptr);
+
+    const pid_t pid = forkInto({.executable = encoded.front().constData(),
+                                .arguments = arguments.data(),
+                                .standardInput = null.get(),
+                                .standardOutput = output.writeEnd.get(),
+                                .standardError = errors.writeEnd.get(),
+                                .execErrors = execErrors.writeEnd.get(),
+                                .parent = ::getpid()});
+    if (pid < 0) {
+        failLaunch(command.executable, errno);
+    }
+    FileDescriptor pidFd(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
+    if (!pidFd.isOpen()) {
+        const int error = errno;
+        ::kill(pid, SIGKILL);
+        ::waitpid(pid, nullptr, 0);
+        failLaunch(command.executable, error);
+    }
+    execErrors.writeEnd.close();
+    if (const int error = readExecError(execErrors.readEnd)) {
+        ::waitpid(pid, nullptr, 0);
+        failLaunch(command.executable, error);
+    }
+    return std::make_unique<ChildProcess>(pid, std::move(pidFd), std::move(output.readEnd),
+                                          std::move(errors.readEnd));
+}
+
+// The permanent thread and its queue. Never destroyed: a child may be started until the very end.
+class SpawnerThread
+{
+public:
+    using Task = std::packaged_task<std::unique_ptr<ChildProcess>()>;
+
+    SpawnerThread() { std::thread([this] { serve(); }).detach(); }
+
+    std::unique_ptr<ChildProcess> run(Task task)
+    {
+        auto child = task.get_future();
+        {
+            const std::scoped_lock guard(m_lock);
+            m_tasks.push_back(std::move(task));
+        }
+        m_wakeUp.notify_one();
+        return child.get();
+    }
+
+private:
+    [[noreturn]] void serve()
+    {
+        while (true) {
+            std::unique_lock guard(m_lock);
+            m_wakeUp.wait(guard, [this] { return !m_tasks.empty(); });
+            Task task = std::move(m_tasks.front());
+            m_tasks.pop_front();
+            guard.unlock();
+            task();
+        }
+    }
+
+    std::mutex m_lock;
+    std::condition_variable m_wakeUp;
+    std::deque<Task> m_tasks;
+};
+
+} // namespace
+
+std::unique_ptr<ChildProcess> ChildSpawner::spawn(const ChildCommand &command)
+{
+    static auto *const thread = new SpawnerThread;
+    return thread->run(SpawnerThread::Task([&command] { return launch(command); }));
+}

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "Engine/FFmpegToolset.h"
+#include "Models/JobParams.h"
+#include "Models/JobPlan.h"
+#include "Models/VideoFile.h"
+
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+
+#include <optional>
+
+/// Turns a file and parameters into a plan, one operation an action, without running anything. All
+/// operations are pure, but for the look at which output names are free and at the temporary
+/// directory. Arguments are separate texts, never a shell line: nothing is quoted or escaped. What
+/// the options mean is told by ffmpeg's documentation.
+namespace CommandBuilder {
+
+/// Fits the output under a size: a copy where the file fits already, else an encode whose plan
+/// brings along what the executor needs to try again. Always an MP4. Never throws.
+JobPlan targetSize(const VideoFile &file, const TargetSizeParams &params,
+                   const FFmpegToolset &toolset, const std::optional<QUrl> &outputDirectory,
+                   const std::optional<QString> &namingTemplate);
+
+/// Whether one or two runs of the encoder make the output.
+enum class Passes { one, two };
+
+/// One attempt at a bitrate, as targetSize() makes it.
+struct EncodeAttempt {
+    VideoFile file;
+    TargetSizeParams params;
+    /// Seconds to encode, skips taken off.
+    double duration = 0;
+    qint64 videoKbps = 0;
+    qint64 audioKbps = 0;
+    /// Height cap in pixels.
+    std::optional<qint64> maxHeight;
+    QUrl output;
+    Passes passes = Passes::one;
+    FFmpegToolset toolset;
+};
+
+/// The steps of one attempt: "encode", or "pass1" and "pass2".
+QList<FFmpegStep> encodeSteps(const EncodeAttempt &attempt);
+
+} // namespace CommandBuilder

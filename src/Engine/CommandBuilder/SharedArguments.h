@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "Engine/CommandBuilder/BuilderError.h"
+#include "Engine/FFmpegToolset.h"
+#include "Models/JobParams.h"
+#include "Models/VideoFile.h"
+
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+#include <QUuid>
+
+#include <optional>
+
+/// The pieces of a command line that the builders share. Every encoding line is laid out as: base,
+/// seek, input, replacement input, maps, video codec, filter, audio, container flags, rate, extra
+/// arguments, output; a builder that departs from it says so.
+namespace CommandBuilder {
+
+/// The head of every command line. The progress stream goes to standard output, and standard error
+/// is kept down to real messages.
+QStringList baseArgs();
+
+/// Megabytes as they stand in output names: "25", "25.5".
+QString formatMB(double megabytes);
+
+/// Whether the file has a picture that a builder can work with.
+bool hasVideo(const VideoFile &file);
+
+/// The name-and-place rule of all actions: beside the source, or in `outputDirectory`, at a name
+/// that is free.
+QUrl outputURL(const VideoFile &file, const QString &suffix, const QString &ext,
+               const std::optional<QUrl> &outputDirectory,
+               const std::optional<QString> &namingTemplate);
+
+/// The picture's width after the crop, without even rounding; a free crop doesn't count. Absent when
+/// the file's width is.
+std::optional<qint64> effectiveWidth(const VideoFile &file, const std::optional<CropSpec> &crop);
+
+/// Path of the pass log, without the "-0.log" that x264 adds. The same for all passes and retries
+/// of a file.
+QString passLogPrefix(const QUuid &fileID);
+
+/// The replacement audio as input 1; goes right behind the main input. Empty when muted.
+QStringList replacementInputArgs(const AdvancedOptions &advanced, bool muted);
+
+/// The centred crop filter; absent when the size isn't known or a free crop lacks a side.
+std::optional<QString> cropFilter(const CropSpec &spec, std::optional<qint64> sourceWidth,
+                                  std::optional<qint64> sourceHeight);
+
+/// "-vf" with crop, then scale; empty when neither is needed. An odd-sized picture is rescaled at
+/// its own height, so that 4:2:0 encoders get even sides.
+QStringList videoFilterArgs(const VideoFile &file, std::optional<qint64> maxHeight,
+                            const AdvancedOptions &advanced);
+
+/// Stream maps: `full` for a command that writes audio, `videoOnly` for the first of two passes.
+struct MapArgs {
+    QStringList full;
+    QStringList videoOnly;
+
+    bool operator==(const MapArgs &) const = default;
+};
+MapArgs replacementMapArgs(const AdvancedOptions &advanced, bool muted, bool hasVideo);
+
+/// The user's extra arguments, split at blanks; no quoting of any kind, tabs stay.
+QStringList extraArgTokens(const AdvancedOptions &advanced);
+
+/// Whether the advanced options rule out a copy of the picture.
+bool advancedNeedsVideoReencode(const AdvancedOptions &advanced);
+
+/// "-pix_fmt" and what goes with it: alpha, HDR passthrough (by HEVC on VideoToolbox only) or plain
+/// 4:2:0.
+QStringList pixelFormatArgs(const VideoFile &file, const AdvancedOptions &advanced,
+                            const QString &encoder);
+
+/// The encoder for a choice and a container.
+QString advancedEncoder(const AdvancedOptions &advanced, const FFmpegToolset &toolset,
+                        OutputContainer container);
+
+/// The encoder for a choice where the container doesn't rule it.
+QString encoderForChoice(CodecChoice codec, const FFmpegToolset &toolset);
+
+/// What to encode the audio to; `ext` is the extension of a file of that kind.
+struct ConvertAudioSpec {
+    QString codec;
+    QString ext;
+
+    bool operator==(const ConvertAudioSpec &) const = default;
+};
+/// Absent means that the audio is copied.
+std::optional<ConvertAudioSpec> convertAudioSpec(const VideoFile &file, const ConvertParams &params,
+                                                 OutputContainer container);
+
+/// "-r" with the frame-rate cap, when there is one of at least 1.
+QStringList rateArgs(const AdvancedOptions &advanced);
+
+/// "-af" with the gain, when there is one.
+QStringList volumeArgs(const AdvancedOptions &advanced);
+
+/// Puts the index at the head of an MP4, so that it plays while it loads.
+QStringList fastStartArgs();
+
+} // namespace CommandBuilder

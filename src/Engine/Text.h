@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+#include <QStringView>
+#include <QUrl>
+#include <QUuid>
+
+#include <optional>
+
+/// Numbers, places and identities as they stand on command lines and in tool output: always in the
+/// C locale.
+namespace Text {
+
+/// What C's "%.<decimals>f" prints. QString's own formatting rounds ties away from zero ("0.3" for
+/// 0.25), C rounds them to even ("0.2").
+QString fixed(double value, int decimals);
+
+/// The whole text as a decimal number: no blanks, no leading "+", nothing left over, no "inf",
+/// "nan" or hexadecimal. Absent when it doesn't read.
+std::optional<double> toDouble(QStringView text);
+
+/// The whole text as a decimal integer, by the same rules.
+std::optional<qint64> toInteger(QStringView text);
+
+/// The last characters of a text; all of it when it is shorter. Never cuts a surrogate pair.
+QString lastCharacters(const QString &text, qsizetype count);
+
+/// The path of a URL as ffmpeg takes it. A URL that isn't a file's gives its path part.
+QString path(const QUrl &url);
+
+/// The identity as it stands in temporary names.
+QString uuid(const QUuid &id);
+
+} // namespace Text
