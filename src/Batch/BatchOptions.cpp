@@ -96,8 +96,8 @@ void takePositionals(BatchOptions &options, const QStringList &positionals,
         throw UsageError(u"an action is expected, such as targetSize"_s);
     }
     if (positionals.first() != "targetSize"_L1) {
-        throw UsageError(u"there is no action \"%1\"; there is: targetSize"_s.arg(
-            positionals.first()));
+        throw UsageError(
+            u"there is no action \"%1\"; there is: targetSize"_s.arg(positionals.first()));
     }
     qsizetype next = 1;
     for (; next < positionals.size() && isField(positionals.at(next)); ++next) {

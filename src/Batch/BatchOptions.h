@@ -17,10 +17,7 @@
 class UsageError : public std::exception
 {
 public:
-    explicit UsageError(QString message)
-        : m_message(std::move(message))
-    {
-    }
+    explicit UsageError(QString message) : m_message(std::move(message)) {}
 
     const QString &message() const { return m_message; }
     const char *what() const noexcept override { return "UsageError"; }

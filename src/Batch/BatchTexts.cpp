@@ -29,8 +29,9 @@ QString BatchTexts::failure(const std::exception &error)
         engine && engine->kind() == EngineError::Case::processFailed) {
         const QString words = Text::lastCharacters(engine->stderrTail().trimmed(), 160);
         return u"FFmpeg error: "_s +
-               (words.isEmpty() ? u"it ended with code %1 and without a word"_s.arg(engine->exitCode())
-                                : words);
+               (words.isEmpty()
+                    ? u"it ended with code %1 and without a word"_s.arg(engine->exitCode())
+                    : words);
     }
     if (const auto *described = dynamic_cast<const DescribedError *>(&error)) {
         return described->errorDescription();

@@ -46,8 +46,7 @@ template <typename Value> struct FromText<std::optional<Value>> {
     static QJsonValue json(const QString &text) { return FromText<Value>::json(text); }
 };
 
-template <typename Value>
-void assign(Value &value, const QString &rest, const QString &text)
+template <typename Value> void assign(Value &value, const QString &rest, const QString &text)
 {
     if (!rest.isEmpty()) {
         throw Json::DecodeError(QStringLiteral("there is no such field"));
@@ -63,8 +62,7 @@ void assign(std::optional<Value> &value, const QString &rest, const QString &tex
     value = present;
 }
 
-template <Json::Record Record>
-void assign(Record &record, const QString &path, const QString &text)
+template <Json::Record Record> void assign(Record &record, const QString &path, const QString &text)
 {
     if (path.isEmpty()) {
         record = Json::decode<Record>(parsedFragment(text));
@@ -79,9 +77,9 @@ void assign(Record &record, const QString &path, const QString &text)
         return true;
     };
     try {
-        const bool found = std::apply(
-            [&](const auto &...field) { return (assignIfNamed(field) || ...); },
-            Json::Fields<Record>::list);
+        const bool found =
+            std::apply([&](const auto &...field) { return (assignIfNamed(field) || ...); },
+                       Json::Fields<Record>::list);
         if (!found) {
             throw Json::DecodeError(QStringLiteral("there is no such field"));
         }
@@ -94,8 +92,7 @@ void assign(Record &record, const QString &path, const QString &text)
 } // namespace Detail
 
 /// Sets one field. Throws Json::DecodeError, which names the field.
-template <Json::Record Record>
-void assign(Record &record, const QString &path, const QString &text)
+template <Json::Record Record> void assign(Record &record, const QString &path, const QString &text)
 {
     Detail::assign(record, path, text);
 }

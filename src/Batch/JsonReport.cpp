@@ -39,10 +39,7 @@ QJsonArray steps(const JobPlan &plan)
 
 } // namespace
 
-JsonReport::JsonReport(QFile &out)
-    : m_out(out)
-{
-}
+JsonReport::JsonReport(QFile &out) : m_out(out) {}
 
 void JsonReport::started(const QUrl &input)
 {

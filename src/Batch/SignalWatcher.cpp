@@ -27,8 +27,7 @@ void handleSignal(int signalNumber)
 
 } // namespace
 
-SignalWatcher::SignalWatcher(QObject *parent)
-    : QObject(parent)
+SignalWatcher::SignalWatcher(QObject *parent) : QObject(parent)
 {
     if (::pipe2(signalPipe.data(), O_CLOEXEC) != 0) {
         return;
@@ -40,7 +39,8 @@ SignalWatcher::SignalWatcher(QObject *parent)
             Q_EMIT caught(number);
         }
     });
-    struct sigaction action {};
+    struct sigaction action {
+    };
     action.sa_handler = handleSignal;
     action.sa_flags = SA_RESTART;
     for (const int signalNumber : {SIGINT, SIGTERM, SIGHUP}) {

@@ -5,8 +5,8 @@
 
 #include <QObject>
 
-/// Brings SIGINT, SIGTERM and SIGHUP to the event loop. The second one ends the program at once; its
-/// children end with it.
+/// Brings SIGINT, SIGTERM and SIGHUP to the event loop. The second one ends the program at once;
+/// its children end with it.
 class SignalWatcher : public QObject
 {
     Q_OBJECT

@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 void TemporaryFiles::removeLeftovers(const QUuid &fileID)
 {
     QDir directory = QDir::temp();
-    const QStringList names = directory.entryList({u"mx-*"_s + Text::uuid(fileID) + u'*'},
-                                                  QDir::Files | QDir::Hidden);
+    const QStringList names =
+        directory.entryList({u"mx-*"_s + Text::uuid(fileID) + u'*'}, QDir::Files | QDir::Hidden);
     for (const QString &name : names) {
         directory.remove(name);
     }

@@ -97,7 +97,9 @@ void TextReport::planned(const PlannedJob &job)
         const FFmpegStep &step = job.plan.steps.at(i);
         const QStringList &runs = job.runnable.steps.at(i).args;
         if (runs != step.args) {
-            writeLine(m_out, u"# planned: "_s + ShellQuoting::commandLine(program, step.args).replace(u'\n', u' '));
+            writeLine(m_out,
+                      u"# planned: "_s +
+                          ShellQuoting::commandLine(program, step.args).replace(u'\n', u' '));
         }
         writeLine(m_out, u"# "_s + step.label);
         writeLine(m_out, ShellQuoting::commandLine(program, runs));

@@ -72,7 +72,8 @@ FileDescriptor openNullDevice()
 void resetSignals()
 {
     for (int signal = 1; signal < NSIG; ++signal) {
-        struct sigaction action {};
+        struct sigaction action {
+        };
         if (::sigaction(signal, nullptr, &action) != 0) {
             continue;
         }
@@ -197,7 +198,10 @@ class SpawnerThread
 public:
     using Task = std::packaged_task<std::unique_ptr<ChildProcess>()>;
 
-    SpawnerThread() { std::thread([this] { serve(); }).detach(); }
+    SpawnerThread()
+    {
+        std::thread([this] { serve(); }).detach();
+    }
 
     std::unique_ptr<ChildProcess> run(Task task)
     {

@@ -24,10 +24,7 @@ struct ChildCommand {
 class LaunchError : public std::exception
 {
 public:
-    explicit LaunchError(QString reason)
-        : m_reason(std::move(reason))
-    {
-    }
+    explicit LaunchError(QString reason) : m_reason(std::move(reason)) {}
 
     /// The system's words, with the path.
     const QString &reason() const { return m_reason; }

@@ -15,7 +15,7 @@ namespace {
 // late burst in bounds, and a buffer that grows with the film leaves a long one room to spend its
 // bits where they count.
 constexpr double bufferShare = 0.10;
-constexpr double shortestBufferSeconds = 1.0;
+constexpr double shortestBufferSeconds = 0.25;
 
 // ffmpeg keeps both bounds in 32 bits.
 constexpr qint64 mostBoundedKbps = 2'000'000;

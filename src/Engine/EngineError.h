@@ -16,8 +16,8 @@ class EngineError : public DescribedError
 public:
     enum class Case { processFailed, cancelled, missingFFmpeg };
 
-    /// A child that ended badly, or couldn't be launched (exit code -1). `stderrTail` is all that it
-    /// wrote to standard error.
+    /// A child that ended badly, or couldn't be launched (exit code -1). `stderrTail` is all that
+    /// it wrote to standard error.
     static EngineError processFailed(qint32 exitCode, QString stderrTail)
     {
         return {Case::processFailed, exitCode, std::move(stderrTail)};

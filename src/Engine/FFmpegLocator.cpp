@@ -62,10 +62,7 @@ FFmpegLocator &FFmpegLocator::shared()
     return locator;
 }
 
-FFmpegLocator::FFmpegLocator(QList<QUrl> candidates)
-    : candidateDirs(std::move(candidates))
-{
-}
+FFmpegLocator::FFmpegLocator(QList<QUrl> candidates) : candidateDirs(std::move(candidates)) {}
 
 QList<QUrl> FFmpegLocator::defaultCandidateDirs()
 {

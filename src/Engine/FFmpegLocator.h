@@ -18,10 +18,10 @@ class FFmpegLocator
 public:
     static FFmpegLocator &shared();
 
-    /// Looks in `../libexec/morvix` beside the executable's folder, then in `candidateDirs`, then in
-    /// the folders of PATH; the first place that has both tools wins, and only its ffmpeg is asked
-    /// for its encoders. Absent when there is no such place or when that ffmpeg can't list any.
-    /// Blocks for as long as ffmpeg takes; there is no time limit.
+    /// Looks in `../libexec/morvix` beside the executable's folder, then in `candidateDirs`, then
+    /// in the folders of PATH; the first place that has both tools wins, and only its ffmpeg is
+    /// asked for its encoders. Absent when there is no such place or when that ffmpeg can't list
+    /// any. Blocks for as long as ffmpeg takes; there is no time limit.
     std::optional<FFmpegToolset> discover() const;
 
     /// The names of the video and audio encoders that a build lists; empty when it fails. The

@@ -12,10 +12,7 @@ class FileDescriptor
 {
 public:
     FileDescriptor() = default;
-    explicit FileDescriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
+    explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
     FileDescriptor(FileDescriptor &&other) noexcept
         : m_descriptor(std::exchange(other.m_descriptor, -1))
     {

@@ -13,11 +13,7 @@
 class FileError : public DescribedError
 {
 public:
-    FileError(QUrl url, QString reason)
-        : m_url(std::move(url))
-        , m_reason(std::move(reason))
-    {
-    }
+    FileError(QUrl url, QString reason) : m_url(std::move(url)), m_reason(std::move(reason)) {}
 
     const QUrl &url() const { return m_url; }
     QString errorDescription() const override

@@ -56,9 +56,8 @@ QStringList HardwareEncoders::trialArgs(const QString &plannedName, const StandI
 {
     QStringList args;
     args << CommandBuilder::baseArgs() << u"-f"_s << u"lavfi"_s << u"-i"_s
-         << u"testsrc2=size=640x360:rate=30:duration=0.3"_s << u"-c:v"_s << plannedName
-         << u"-b:v"_s << u"1000k"_s << u"-pix_fmt"_s << u"yuv420p"_s << u"-f"_s << u"null"_s
-         << u"-"_s;
+         << u"testsrc2=size=640x360:rate=30:duration=0.3"_s << u"-c:v"_s << plannedName << u"-b:v"_s
+         << u"1000k"_s << u"-pix_fmt"_s << u"yuv420p"_s << u"-f"_s << u"null"_s << u"-"_s;
     return EncoderStandIns::applyToArgs(args, 0.3, {{plannedName, standIn}});
 }
 

@@ -66,10 +66,12 @@ QUrl OutputNaming::unique(const QUrl &url)
     }
     const SplitPath parts = splitExtension(path);
     for (int number = 2; number <= 999; ++number) {
-        const QString candidate = u"%1 %2.%3"_s.arg(parts.stem, QString::number(number), parts.extension);
+        const QString candidate =
+            u"%1 %2.%3"_s.arg(parts.stem, QString::number(number), parts.extension);
         if (!QFileInfo::exists(candidate)) {
             return QUrl::fromLocalFile(candidate);
         }
     }
-    return QUrl::fromLocalFile(u"%1-%2.%3"_s.arg(parts.stem, Text::uuid(QUuid::createUuid()), parts.extension));
+    return QUrl::fromLocalFile(
+        u"%1-%2.%3"_s.arg(parts.stem, Text::uuid(QUuid::createUuid()), parts.extension));
 }

@@ -107,10 +107,7 @@ struct PlanExecutor::KeptResult {
     ExecutionOutcome outcome;
 };
 
-PlanExecutor::PlanExecutor(QUrl ffmpegURL)
-    : m_ffmpegURL(std::move(ffmpegURL))
-{
-}
+PlanExecutor::PlanExecutor(QUrl ffmpegURL) : m_ffmpegURL(std::move(ffmpegURL)) {}
 
 ExecutionOutcome PlanExecutor::execute(const JobPlan &plan, const OnProgress &onProgress)
 {

@@ -10,8 +10,9 @@
 
 #include <optional>
 
-/// The part of ffprobe's JSON document (-print_format json -show_format -show_streams) that is read.
-/// ffprobe writes some numbers as texts; they stay texts here. Only a stream's index must be there.
+/// The part of ffprobe's JSON document (-print_format json -show_format -show_streams) that is
+/// read. ffprobe writes some numbers as texts; they stay texts here. Only a stream's index must be
+/// there.
 struct ProbeJson {
     struct Format {
         std::optional<QString> duration;

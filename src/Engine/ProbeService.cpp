@@ -45,8 +45,8 @@ bool isAlphaFormat(const std::optional<QString> &pixelFormat)
 {
     static constexpr std::array prefixes{"yuva"_L1, "rgba"_L1, "argb"_L1, "bgra"_L1, "pala"_L1};
     const QString lowered = pixelFormat.value_or(QString()).toLower();
-    return std::ranges::any_of(prefixes,
-                               [&](QLatin1StringView prefix) { return lowered.startsWith(prefix); });
+    return std::ranges::any_of(
+        prefixes, [&](QLatin1StringView prefix) { return lowered.startsWith(prefix); });
 }
 
 // Whatever video stream first names its codec is the video, cover art included.
@@ -140,9 +140,9 @@ VideoFile ProbeService::parse(const QString &json, const QUrl &url)
 QList<double> ProbeService::keyframeTimes(const QUrl &url, const QUrl &ffprobeURL)
 {
     const ProcessResult result = ProcessRunner::runSync(
-        ffprobeURL, {u"-v"_s, u"error"_s, u"-select_streams"_s, u"v:0"_s, u"-skip_frame"_s,
-                     u"nokey"_s, u"-show_entries"_s, u"frame=pts_time"_s, u"-of"_s, u"csv=p=0"_s,
-                     Text::path(url)});
+        ffprobeURL,
+        {u"-v"_s, u"error"_s, u"-select_streams"_s, u"v:0"_s, u"-skip_frame"_s, u"nokey"_s,
+         u"-show_entries"_s, u"frame=pts_time"_s, u"-of"_s, u"csv=p=0"_s, Text::path(url)});
     if (result.exitCode != 0) {
         throw ProbeError(Text::lastCharacters(result.standardError, 200));
     }

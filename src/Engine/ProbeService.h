@@ -21,10 +21,7 @@ public:
     class ProbeError : public DescribedError
     {
     public:
-        explicit ProbeError(QString message)
-            : m_message(std::move(message))
-        {
-        }
+        explicit ProbeError(QString message) : m_message(std::move(message)) {}
 
         const QString &message() const { return m_message; }
         QString errorDescription() const override { return m_message; }

@@ -50,8 +50,8 @@ QString Text::fixed(double value, int decimals)
 {
     // Room for the longest double (309 digits before the point), its sign and its decimals.
     QVarLengthArray<char, 512> buffer(320 + decimals);
-    const auto [end, problem] = std::to_chars(buffer.begin(), buffer.end(), value,
-                                              std::chars_format::fixed, decimals);
+    const auto [end, problem] =
+        std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::fixed, decimals);
     Q_ASSERT(problem == std::errc());
     return QString::fromLatin1(buffer.constData(), end - buffer.constData());
 }
@@ -81,6 +81,12 @@ QString Text::lastCharacters(const QString &text, qsizetype count)
 QString Text::path(const QUrl &url)
 {
     return url.isLocalFile() ? url.toLocalFile() : url.path();
+}
+
+QString Text::joinedPath(const QString &directory, const QString &name)
+{
+    const bool hasSlash = directory.endsWith(u'/') || name.startsWith(u'/');
+    return hasSlash ? directory + name : directory + u'/' + name;
 }
 
 QString Text::uuid(const QUuid &id)

@@ -31,6 +31,10 @@ QString lastCharacters(const QString &text, qsizetype count);
 /// The path of a URL as ffmpeg takes it. A URL that isn't a file's gives its path part.
 QString path(const QUrl &url);
 
+/// The place of a name in a folder. Joined as text: QDir would take a name that begins with "/" or
+/// ":" for a place of its own.
+QString joinedPath(const QString &directory, const QString &name);
+
 /// The identity as it stands in temporary names.
 QString uuid(const QUuid &id);
 

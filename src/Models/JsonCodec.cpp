@@ -7,10 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace Json {
 
-DecodeError::DecodeError(QString problem)
-    : m_problem(std::move(problem))
-{
-}
+DecodeError::DecodeError(QString problem) : m_problem(std::move(problem)) {}
 
 void DecodeError::prepend(const QString &place)
 {

@@ -64,7 +64,10 @@ template <typename Record, typename Member> struct Field {
 template <typename Record> struct Fields;
 
 template <typename Type>
-concept Record = requires { Fields<Type>::list; };
+concept Record = requires
+{
+    Fields<Type>::list;
+};
 
 template <typename Value> struct Codec;
 
@@ -153,7 +156,8 @@ template <typename Value> struct Codec<QList<Value>> {
 
 namespace Detail {
 
-template <typename Value> void encodeField(QJsonObject &object, QLatin1StringView name, const Value &value)
+template <typename Value>
+void encodeField(QJsonObject &object, QLatin1StringView name, const Value &value)
 {
     object.insert(name, Json::encode(value));
 }
@@ -218,9 +222,8 @@ template <Record Type> struct Codec<Type> {
         }
         const QJsonObject object = json.toObject();
         Type record;
-        std::apply(
-            [&](const auto &...field) { (Detail::decodeField(object, field, record), ...); },
-            Fields<Type>::list);
+        std::apply([&](const auto &...field) { (Detail::decodeField(object, field, record), ...); },
+                   Fields<Type>::list);
         return record;
     }
 };

@@ -23,7 +23,10 @@ template <typename Enum> struct RawValues;
 
 /// An enumeration that has a table of raw values.
 template <typename Enum>
-concept RawValued = requires { RawValues<Enum>::table; };
+concept RawValued = requires
+{
+    RawValues<Enum>::table;
+};
 
 /// All cases, in declaration order.
 template <RawValued Enum> constexpr auto allCases()

@@ -20,8 +20,8 @@ TEST(ShellQuoting, a_shell_reads_back_what_was_quoted)
 {
     for (const QString &argument :
          {u""_s, u"a b"_s, u"it's"_s, u"\"$HOME\""_s, u"line\nfeed"_s, u"片 *.mp4"_s, u"`id`"_s}) {
-        const CommandResult echoed = runCommand(
-            u"/bin/sh"_s, {u"-c"_s, u"printf %s "_s + ShellQuoting::quoted(argument)});
+        const CommandResult echoed =
+            runCommand(u"/bin/sh"_s, {u"-c"_s, u"printf %s "_s + ShellQuoting::quoted(argument)});
         EXPECT_EQ(QString::fromUtf8(echoed.out), argument);
     }
 }

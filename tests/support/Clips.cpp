@@ -43,8 +43,8 @@ void Clips::make(const QString &path, const Recipe &recipe)
              << u"sine=frequency=440:duration=%1"_s.arg(duration);
     }
     args << u"-c:v"_s << u"libx264"_s << u"-preset"_s << u"ultrafast"_s << u"-b:v"_s
-         << recipe.videoBitrate << u"-pix_fmt"_s << u"yuv420p"_s << u"-g"_s << u"25"_s
-         << u"-c:a"_s << u"aac"_s << path;
+         << recipe.videoBitrate << u"-pix_fmt"_s << u"yuv420p"_s << u"-g"_s << u"25"_s << u"-c:a"_s
+         << u"aac"_s << path;
     ffmpeg(args);
 }
 

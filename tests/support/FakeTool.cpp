@@ -13,7 +13,9 @@ FakeTool::FakeTool(const TempFolder &folder, const QByteArray &body, const QStri
 {
     QDir().mkpath(m_notes);
     const QByteArray head = "#!/bin/sh\n"
-                            "notes='" + m_notes.toUtf8() + "'\n"
+                            "notes='" +
+                            m_notes.toUtf8() +
+                            "'\n"
                             "run=1\n"
                             "while [ -e \"$notes/$run\" ]; do run=$((run + 1)); done\n"
                             "printf '%s\\0' \"$@\" > \"$notes/$run\"\n"

@@ -11,10 +11,7 @@ class BuilderError : public DescribedError
 public:
     enum class Case { noSegments, noAudioTrack, vp9Unavailable };
 
-    explicit BuilderError(Case kind)
-        : m_case(kind)
-    {
-    }
+    explicit BuilderError(Case kind) : m_case(kind) {}
 
     Case kind() const { return m_case; }
 

@@ -114,11 +114,11 @@ QUrl CommandBuilder::outputURL(const VideoFile &file, const QString &suffix, con
                                const std::optional<QUrl> &outputDirectory,
                                const std::optional<QString> &namingTemplate)
 {
-    const QString directory = outputDirectory ? Text::path(*outputDirectory)
-                                              : QFileInfo(Text::path(file.url)).path();
+    const QString directory =
+        outputDirectory ? Text::path(*outputDirectory) : QFileInfo(Text::path(file.url)).path();
     const QString name =
         OutputNaming::renderBase(file.url, suffix, ext, namingTemplate) + u'.' + ext;
-    return OutputNaming::unique(QUrl::fromLocalFile(QDir(directory).filePath(name)));
+    return OutputNaming::unique(QUrl::fromLocalFile(Text::joinedPath(directory, name)));
 }
 
 std::optional<qint64> CommandBuilder::effectiveWidth(const VideoFile &file,
@@ -133,7 +133,7 @@ std::optional<qint64> CommandBuilder::effectiveWidth(const VideoFile &file,
 
 QString CommandBuilder::passLogPrefix(const QUuid &fileID)
 {
-    return QDir::temp().filePath(u"mx-2pass-"_s + Text::uuid(fileID));
+    return Text::joinedPath(QDir::tempPath(), u"mx-2pass-"_s + Text::uuid(fileID));
 }
 
 QStringList CommandBuilder::replacementInputArgs(const AdvancedOptions &advanced, bool muted)
@@ -159,7 +159,7 @@ std::optional<QString> CommandBuilder::cropFilter(const CropSpec &spec,
         return std::nullopt;
     }
     return u"crop=%1:%2:(iw-ow)/2:(ih-oh)/2"_s.arg(QString::number(evenSide(size->width)),
-                                                  QString::number(evenSide(size->height)));
+                                                   QString::number(evenSide(size->height)));
 }
 
 QStringList CommandBuilder::videoFilterArgs(const VideoFile &file, std::optional<qint64> maxHeight,

@@ -36,8 +36,8 @@ QUrl outputURL(const VideoFile &file, const QString &suffix, const QString &ext,
                const std::optional<QUrl> &outputDirectory,
                const std::optional<QString> &namingTemplate);
 
-/// The picture's width after the crop, without even rounding; a free crop doesn't count. Absent when
-/// the file's width is.
+/// The picture's width after the crop, without even rounding; a free crop doesn't count. Absent
+/// when the file's width is.
 std::optional<qint64> effectiveWidth(const VideoFile &file, const std::optional<CropSpec> &crop);
 
 /// Path of the pass log, without the "-0.log" that x264 adds. The same for all passes and retries
@@ -52,7 +52,7 @@ std::optional<QString> cropFilter(const CropSpec &spec, std::optional<qint64> so
                                   std::optional<qint64> sourceHeight);
 
 /// "-vf" with crop, then scale; empty when neither is needed. An odd-sized picture is rescaled at
-/// its own height, so that 4:2:0 encoders get even sides.
+/// its own height, which mends an odd width; an odd height stays, for the encoder to refuse.
 QStringList videoFilterArgs(const VideoFile &file, std::optional<qint64> maxHeight,
                             const AdvancedOptions &advanced);
 

@@ -192,8 +192,8 @@ EncodeAttempt atBitrate(EncodeAttempt attempt, qint64 videoKbps)
 
 ApproachSpec approachSpec(const EncodeAttempt &first, qint64 targetBytes)
 {
-    const QUrl temporary = QUrl::fromLocalFile(
-        QDir::temp().filePath(u"mx-approach-"_s + Text::uuid(first.file.id) + u".mp4"_s));
+    const QUrl temporary = QUrl::fromLocalFile(Text::joinedPath(
+        QDir::tempPath(), u"mx-approach-"_s + Text::uuid(first.file.id) + u".mp4"_s));
     EncodeAttempt toTemporary = first;
     toTemporary.output = temporary;
     return {.factory =
@@ -217,8 +217,7 @@ EncodeAttempt firstAttempt(const VideoFile &file, const TargetSizeParams &params
     const bool twoPasses = params.exactTwoPass && toolset.encoders.contains(u"libx264"_s);
     return {.file = file,
             .params = params,
-            .duration =
-                file.effectiveDuration(params.skipHeadSeconds, params.skipTailSeconds),
+            .duration = file.effectiveDuration(params.skipHeadSeconds, params.skipTailSeconds),
             .videoKbps = firstVideoKbps(file, rates.videoBitrateKbps),
             .audioKbps = rates.audioBitrateKbps,
             .maxHeight = rates.maxHeight,
