@@ -4,10 +4,10 @@
 #include "Batch/BatchOptions.h"
 
 #include "Batch/FieldAssignment.h"
+#include "Batch/FileArgument.h"
 #include "Models/JobParamsJson.h"
 
 #include <QCommandLineParser>
-#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <cmath>
@@ -63,9 +63,14 @@ bool isField(const QString &argument)
     return field.match(argument).hasMatch();
 }
 
-QUrl fileURL(const QString &path)
+// An option in the place of the folder means that the folder was forgotten.
+QUrl outputFolder(const QString &path)
 {
-    return QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
+    if (path.isEmpty() || path.startsWith(u'-')) {
+        throw UsageError(
+            u"--out expects a folder (one whose name begins with a dash is written ./-name)"_s);
+    }
+    return FileArgument::url(path);
 }
 
 void assignField(TargetSizeParams &params, const QString &argument)
@@ -107,7 +112,7 @@ void takePositionals(BatchOptions &options, const QStringList &positionals,
         if (path.isEmpty()) {
             throw UsageError(u"a file with an empty name can't be meant"_s);
         }
-        options.files.append(fileURL(path));
+        options.files.append(FileArgument::url(path));
     }
     if (options.files.isEmpty()) {
         throw UsageError(u"at least one file is expected"_s);
@@ -133,7 +138,7 @@ BatchOptions BatchOptions::parse(const QStringList &arguments)
         return options;
     }
     if (parser.isSet(names().out)) {
-        options.outputDirectory = fileURL(parser.value(names().out));
+        options.outputDirectory = outputFolder(parser.value(names().out));
     }
     takePositionals(options, parser.positionalArguments(), split.behind);
     return options;

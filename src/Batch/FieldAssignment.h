@@ -3,9 +3,9 @@
 
 #pragma once
 
+#include "Batch/FileArgument.h"
 #include "Models/JsonCodec.h"
 
-#include <QDir>
 #include <QJsonDocument>
 
 /// Sets fields of a parameter record by their JSON names, as a command line gives them:
@@ -34,11 +34,12 @@ template <RawValued Enum> struct FromText<Enum> {
     static QJsonValue json(const QString &text) { return text; }
 };
 
-// A path is as welcome as a URL.
+// A path is as welcome as a file URL.
 template <> struct FromText<QUrl> {
     static QJsonValue json(const QString &text)
     {
-        return Json::encode(QUrl::fromUserInput(text, QDir::currentPath(), QUrl::AssumeLocalFile));
+        const bool isPath = !text.isEmpty() && !text.startsWith(QLatin1StringView("file:/"));
+        return isPath ? Json::encode(FileArgument::url(text)) : QJsonValue(text);
     }
 };
 
@@ -53,6 +54,10 @@ template <typename Value> void assign(Value &value, const QString &rest, const Q
     }
     value = Json::decode<Value>(FromText<Value>::json(text));
 }
+
+// Ahead of its use for a record that may be absent.
+template <Json::Record Record>
+void assign(Record &record, const QString &path, const QString &text);
 
 template <typename Value>
 void assign(std::optional<Value> &value, const QString &rest, const QString &text)

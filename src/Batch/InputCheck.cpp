@@ -17,6 +17,10 @@ std::optional<QString> InputCheck::problem(const QUrl &file)
     if (info.isDir()) {
         return u"This is a folder, not a film."_s;
     }
+    // Opening a pipe would wait for its writer.
+    if (!info.isFile()) {
+        return u"This is no regular file."_s;
+    }
     QFile input(info.filePath());
     if (!input.open(QIODevice::ReadOnly)) {
         return u"This file can't be read: %1."_s.arg(input.errorString());

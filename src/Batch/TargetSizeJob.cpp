@@ -5,6 +5,7 @@
 
 #include "Batch/BatchTexts.h"
 #include "Batch/InputCheck.h"
+#include "Batch/ResultCheck.h"
 #include "Batch/TemporaryFiles.h"
 #include "Engine/CommandBuilder/CommandBuilder.h"
 #include "Engine/ProbeService.h"
@@ -37,20 +38,20 @@ JobPlan countingAttempts(JobPlan plan, const std::shared_ptr<int> &attempts)
     return plan;
 }
 
-// A problem of the input, told in a sentence.
-struct InputProblem {
+// A problem of the input or of the result, told in a sentence.
+struct FilmProblem {
     QString sentence;
 };
 
 VideoFile probed(const QUrl &input, const QUrl &ffprobe)
 {
     if (const std::optional<QString> problem = InputCheck::problem(input)) {
-        throw InputProblem{*problem};
+        throw FilmProblem{*problem};
     }
     try {
         return ProbeService::probe(input, ffprobe);
     } catch (const ProbeService::ProbeError &error) {
-        throw InputProblem{BatchTexts::unreadable(error.message())};
+        throw FilmProblem{BatchTexts::unreadable(error.message())};
     }
 }
 
@@ -86,6 +87,10 @@ FinishedJob TargetSizeJob::execute(const Planned &planned,
     const auto attempts = std::make_shared<int>(1);
     const ExecutionOutcome outcome =
         m_executor.execute(countingAttempts(planned.runnable, attempts), onProgress);
+    if (const std::optional<QString> problem =
+            ResultCheck::problem(planned.file, planned.plan, m_settings.toolset.ffprobeURL)) {
+        throw FilmProblem{*problem};
+    }
     return {.input = m_input,
             .outputs = outcome.outputURLs,
             .originalBytes = planned.file.fileSizeBytes,
@@ -102,7 +107,7 @@ TargetSizeJob::Result TargetSizeJob::run(const PlanExecutor::OnProgress &onProgr
         const Planned planned = makePlan();
         const auto sweep = qScopeGuard([&] { TemporaryFiles::removeLeftovers(planned.file.id); });
         return execute(planned, onProgress);
-    } catch (const InputProblem &problem) {
+    } catch (const FilmProblem &problem) {
         return problem.sentence;
     } catch (const std::exception &error) {
         return BatchTexts::failure(error);
@@ -115,7 +120,7 @@ std::variant<PlannedJob, QString> TargetSizeJob::plan()
         Planned planned = makePlan();
         return PlannedJob{m_input, std::move(planned.plan), std::move(planned.runnable),
                           m_settings.toolset.ffmpegURL};
-    } catch (const InputProblem &problem) {
+    } catch (const FilmProblem &problem) {
         return problem.sentence;
     }
 }

@@ -86,7 +86,9 @@ void TextReport::finished(const FinishedJob &job)
 
 void TextReport::failed(const QUrl &input, const QString &message)
 {
-    writeLine(m_errors, printable(input.toLocalFile()) + u": "_s + message);
+    // ffmpeg's words may fill several lines and repeat the name.
+    const QString sentence = QString(message).replace(u'\n', u' ');
+    writeLine(m_errors, printable(input.toLocalFile() + u": "_s + sentence));
 }
 
 void TextReport::planned(const PlannedJob &job)

@@ -21,12 +21,6 @@ bool isExecutableFile(const QString &path)
     return info.isFile() && info.isExecutable();
 }
 
-// The tools that a package of ours brings along; there may be none.
-QStringList bundledDirectory()
-{
-    return {QDir(QCoreApplication::applicationDirPath()).filePath(u"../libexec/morvix"_s)};
-}
-
 QStringList pathDirectories()
 {
     return qEnvironmentVariable("PATH").split(u':', Qt::SkipEmptyParts);
@@ -62,7 +56,16 @@ FFmpegLocator &FFmpegLocator::shared()
     return locator;
 }
 
-FFmpegLocator::FFmpegLocator(QList<QUrl> candidates) : candidateDirs(std::move(candidates)) {}
+QString FFmpegLocator::bundledDirectory()
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + u"/../libexec/morvix"_s);
+}
+
+FFmpegLocator::FFmpegLocator(QList<QUrl> candidates, QString bundled)
+    : candidateDirs(std::move(candidates))
+    , m_bundled(std::move(bundled))
+{
+}
 
 QList<QUrl> FFmpegLocator::defaultCandidateDirs()
 {
@@ -71,7 +74,7 @@ QList<QUrl> FFmpegLocator::defaultCandidateDirs()
 
 std::optional<FFmpegLocator::Binaries> FFmpegLocator::findBinaries() const
 {
-    QStringList places = bundledDirectory();
+    QStringList places{m_bundled};
     for (const QUrl &directory : candidateDirs) {
         places += directory.toLocalFile();
     }

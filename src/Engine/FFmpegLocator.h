@@ -18,7 +18,7 @@ class FFmpegLocator
 public:
     static FFmpegLocator &shared();
 
-    /// Looks in `../libexec/morvix` beside the executable's folder, then in `candidateDirs`, then
+    /// Looks in `bundledDirectory()`, then in `candidateDirs`, then
     /// in the folders of PATH; the first place that has both tools wins, and only its ffmpeg is
     /// asked for its encoders. Absent when there is no such place or when that ffmpeg can't list
     /// any. Blocks for as long as ffmpeg takes; there is no time limit.
@@ -35,8 +35,13 @@ public:
     /// The well-known places, in this order.
     const QList<QUrl> candidateDirs;
 
+    /// The tools that a package of ours brings along: `../libexec/morvix` beside the executable's
+    /// folder. It may be absent.
+    static QString bundledDirectory();
+
     /// For the program itself there is `shared()`; other places are for tests.
-    explicit FFmpegLocator(QList<QUrl> candidateDirs = defaultCandidateDirs());
+    explicit FFmpegLocator(QList<QUrl> candidateDirs = defaultCandidateDirs(),
+                           QString bundled = bundledDirectory());
 
 private:
     struct Binaries {
@@ -46,4 +51,6 @@ private:
 
     static QList<QUrl> defaultCandidateDirs();
     std::optional<Binaries> findBinaries() const;
+
+    const QString m_bundled;
 };

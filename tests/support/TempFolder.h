@@ -18,8 +18,9 @@ public:
     TempFolder();
 
     QString path() const { return m_directory.path(); }
-    /// Where a file of that name stands or would stand.
-    QString path(const QString &name) const { return m_directory.filePath(name); }
+    /// Where a file of that name stands or would stand. Joined as text: Qt takes a name that begins
+    /// with ":" for a place of its own.
+    QString path(const QString &name) const { return path() + QChar(u'/') + name; }
     QUrl url(const QString &name) const { return QUrl::fromLocalFile(path(name)); }
 
     /// Writes a file and gives its path. Folders on the way are made.

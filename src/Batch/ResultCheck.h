@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "Models/JobPlan.h"
+#include "Models/VideoFile.h"
+
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+
+/// Finds what ffmpeg passes over and still ends well: a result without a film in it, one that found
+/// no room on the disk, and one that is short because its input was cut off.
+namespace ResultCheck {
+
+/// The sentence for the user; absent when nothing speaks against the result. Blocks for ffprobe,
+/// which reads the whole result and, when that is too short, the whole input.
+std::optional<QString> problem(const VideoFile &input, const JobPlan &plan, const QUrl &ffprobe);
+
+} // namespace ResultCheck
