@@ -35,17 +35,26 @@ double expectedSeconds(const JobPlan &plan)
     return seconds;
 }
 
-// Absent when there is neither picture nor sound.
-std::optional<double> filmSeconds(const QUrl &url, const QUrl &ffprobe)
+struct Result {
+    /// A result that ffprobe can't make out isn't held against ffmpeg, which told no error; one
+    /// that is empty or has neither picture nor sound is.
+    bool isFilm = true;
+    bool isReadable = true;
+    double seconds = 0;
+};
+
+Result resultAt(const QUrl &url, const QUrl &ffprobe)
 {
+    if (QFileInfo(Text::path(url)).size() == 0) {
+        return {.isFilm = false, .isReadable = false};
+    }
     try {
         const VideoFile file = ProbeService::probe(url, ffprobe);
-        if (file.videoCodec || !file.audioStreams.isEmpty()) {
-            return file.durationSeconds;
-        }
+        return {.isFilm = file.videoCodec || !file.audioStreams.isEmpty(),
+                .seconds = file.durationSeconds};
     } catch (const ProbeService::ProbeError &) {
+        return {.isReadable = false};
     }
-    return std::nullopt;
 }
 
 bool endsTooEarly(const QUrl &url, const QUrl &ffprobe)
@@ -58,11 +67,15 @@ bool endsTooEarly(const QUrl &url, const QUrl &ffprobe)
 }
 
 // ffmpeg may end well although its last bytes found no room.
-QString withCause(const QString &sentence, const QUrl &output)
+bool isDiskFull(const QUrl &output)
 {
     const QStorageInfo disk(QFileInfo(Text::path(output)).path());
-    const bool isFull = disk.isValid() && disk.bytesAvailable() < fullBelowBytes;
-    return isFull ? sentence + u" There is no space left on the disk."_s : sentence;
+    return disk.isValid() && disk.bytesAvailable() < fullBelowBytes;
+}
+
+QString withCause(const QString &sentence, const QUrl &output)
+{
+    return isDiskFull(output) ? sentence + u" There is no space left on the disk."_s : sentence;
 }
 
 } // namespace
@@ -72,18 +85,18 @@ std::optional<QString> ResultCheck::problem(const VideoFile &input, const JobPla
 {
     const double expected = expectedSeconds(plan);
     const QUrl &output = plan.finalOutputURLs.first();
-    const std::optional<double> seconds = filmSeconds(output, ffprobe);
-    const bool isShort = seconds.value_or(0) < expected - toleratedSeconds;
+    const Result result = resultAt(output, ffprobe);
+    const bool isShort = result.seconds < expected - toleratedSeconds;
     // Being short alone is no fault: replacement audio ends a film early, and a subtitle may
     // outlast the picture.
     if (isShort && endsTooEarly(input.url, ffprobe)) {
         return u"This film has been cut off: the result holds %1 of %2 seconds."_s.arg(
-            Text::fixed(seconds.value_or(0), 1), Text::fixed(expected, 1));
+            Text::fixed(result.seconds, 1), Text::fixed(expected, 1));
     }
-    if (!seconds) {
+    if (!result.isFilm || (!result.isReadable && isDiskFull(output))) {
         return withCause(u"FFmpeg told no error, but the result holds no film."_s, output);
     }
-    if (endsTooEarly(output, ffprobe)) {
+    if (result.isReadable && endsTooEarly(output, ffprobe)) {
         return withCause(u"FFmpeg told no error, but the result is incomplete."_s, output);
     }
     return std::nullopt;

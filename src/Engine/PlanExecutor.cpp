@@ -13,11 +13,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QSet>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 namespace {
 
@@ -50,6 +52,20 @@ void writePrepFiles(const QList<PrepFile> &files)
 void removeFile(const QUrl &url)
 {
     QFile::remove(Text::path(url));
+}
+
+// The temporary directory may be another file system than the output's. A copy that found no room
+// for its last bytes is no copy.
+bool moveFile(const QString &from, const QString &to)
+{
+    if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0) {
+        return true;
+    }
+    if (!QFile::copy(from, to) || QFileInfo(to).size() != QFileInfo(from).size()) {
+        QFile::remove(to);
+        return false;
+    }
+    return QFile::remove(from);
 }
 
 // Never touches a final output.
@@ -209,9 +225,8 @@ std::optional<qint64> PlanExecutor::judgeUpward(const KeptResult &kept, qint64 n
         return std::nullopt;
     }
     removeFile(approach.finalURL);
-    QFile winner(Text::path(approach.tmpURL));
-    if (!winner.rename(Text::path(approach.finalURL))) {
-        throw FileError(approach.finalURL, winner.errorString());
+    if (!moveFile(Text::path(approach.tmpURL), Text::path(approach.finalURL))) {
+        throw FileError(approach.finalURL, QStringLiteral("the better result couldn't be moved"));
     }
     cleanupTempFiles(attempt);
     return newBytes;

@@ -18,7 +18,8 @@ namespace {
 constexpr int patienceMs = 20'000;
 
 // Reads its input no faster than it plays, so that a job is under way for as long as a test wants.
-constexpr auto readsSlowly = "exec \"$ffmpeg\" -re \"$@\"";
+// A pipe that nobody reads any more doesn't end it: that it ends must have another reason.
+constexpr auto readsSlowly = "trap '' PIPE; exec \"$ffmpeg\" -re \"$@\"";
 constexpr auto readsSlowlyInTheSecondPass =
     "case \"$*\" in *'-pass 2'*) exec \"$ffmpeg\" -re \"$@\";; esac\nexec \"$ffmpeg\" \"$@\"";
 

@@ -112,5 +112,13 @@ TEST_F(ResultCheckTest, a_result_without_a_film_is_told)
     const QString sentence = u"FFmpeg told no error, but the result holds no film."_s;
     EXPECT_EQ(problem(input, m_folder.path(u"missing.mp4"_s), {1}), sentence);
     EXPECT_EQ(problem(input, m_folder.write(u"empty.mp4"_s, ""), {1}), sentence);
-    EXPECT_EQ(problem(input, m_folder.write(u"text.mp4"_s, "hello"), {1}), sentence);
+    Clips::ffmpeg(
+        {u"-f"_s, u"lavfi"_s, u"-i"_s, u"color=duration=0"_s, m_folder.path(u"none.mp4"_s)});
+    EXPECT_EQ(problem(input, m_folder.path(u"none.mp4"_s), {1}), sentence);
+}
+
+TEST_F(ResultCheckTest, a_result_that_cannot_be_made_out_is_not_held_against_ffmpeg)
+{
+    const QString input = film(u"film.mp4"_s, 1);
+    EXPECT_EQ(problem(input, m_folder.write(u"text.mp4"_s, "hello"), {1}), std::nullopt);
 }

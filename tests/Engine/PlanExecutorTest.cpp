@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -373,6 +374,21 @@ TEST(PlanExecutorUpward, after_a_failed_move_the_result_names_a_file_that_is_gon
     };
     const ExecutionOutcome outcome = bench.run(plan);
     EXPECT_EQ(outcome, (ExecutionOutcome{{bench.folder.url(u"place/out"_s)}, 0, 800}));
+    EXPECT_FALSE(bench.stands(u"approach"_s));
+}
+
+TEST(PlanExecutorUpward, a_winner_is_moved_to_another_file_system)
+{
+    Bench bench(writing({800, 960}));
+    const QTemporaryDir elsewhere(u"/dev/shm/morvix-XXXXXX"_s);
+    ASSERT_TRUE(elsewhere.isValid());
+    const QString output = elsewhere.filePath(u"out"_s);
+    JobPlan plan = bench.approachingPlan(1000, 1000);
+    plan.steps = {{u"encode"_s, {u"-b:v"_s, u"1000k"_s, output}, 10, std::nullopt}};
+    plan.finalOutputURLs = {QUrl::fromLocalFile(output)};
+    plan.approach->finalURL = QUrl::fromLocalFile(output);
+    EXPECT_EQ(bench.run(plan).outputBytes, 960);
+    EXPECT_EQ(contentOf(output).size(), 960);
     EXPECT_FALSE(bench.stands(u"approach"_s));
 }
 
