@@ -17,7 +17,7 @@ constexpr std::chrono::milliseconds cancelInterval{250};
 
 } // namespace
 
-BatchRun::BatchRun(BatchOptions options, FFmpegToolset toolset, Report &report)
+BatchRun::BatchRun(BatchOptions options, const FFmpegToolset &toolset, Report &report)
     : m_options(std::move(options))
     , m_settings{m_options.params, toolset, m_options.outputDirectory,
                  std::make_shared<HardwareEncoders>(toolset)}
@@ -39,7 +39,9 @@ BatchRun::~BatchRun()
     if (m_job) {
         m_job->cancel();
     }
-    m_pool.waitForDone();
+    while (!m_pool.waitForDone(static_cast<int>(cancelInterval.count()))) {
+        m_settings.encoders->cancel();
+    }
 }
 
 void BatchRun::start()
@@ -52,7 +54,10 @@ void BatchRun::start()
         // A failure shows in ffmpeg's own words when it can't write there.
         QDir().mkpath(m_options.outputDirectory->toLocalFile());
     }
-    m_pool.start([encoders = m_settings.encoders] { encoders->check(); });
+    // The first job doesn't wait for the answer: with no other behind it, the question is idle.
+    if (m_options.files.size() > 1) {
+        m_pool.start([encoders = m_settings.encoders] { encoders->check(); });
+    }
     startNext();
 }
 
@@ -77,11 +82,11 @@ void BatchRun::startNext()
     m_report.started(m_job->input());
     m_pool.start([this, job = m_job] {
         const auto onProgress = [this, job](double fraction) {
-            QMetaObject::invokeMethod(
+            QMetaObject::invokeMethod( // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
                 this, [this, job, fraction] { m_report.progressed(job->input(), fraction); },
                 Qt::QueuedConnection);
         };
-        QMetaObject::invokeMethod(
+        QMetaObject::invokeMethod( // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
             this, [this, job, result = job->run(onProgress)] { end(job->input(), result); },
             Qt::QueuedConnection);
     });

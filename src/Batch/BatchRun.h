@@ -21,7 +21,7 @@ class BatchRun : public QObject
 
 public:
     /// `report` must outlive it.
-    BatchRun(BatchOptions options, FFmpegToolset toolset, Report &report);
+    BatchRun(BatchOptions options, const FFmpegToolset &toolset, Report &report);
     ~BatchRun() override;
 
     void start();

@@ -45,8 +45,11 @@ qint32 ChildProcess::wait()
     while (::waitid(P_PIDFD, id, &info, WEXITED | WNOWAIT) != 0 && errno == EINTR) {
     }
     const std::scoped_lock guard(m_lock);
-    while (::waitid(P_PIDFD, id, &info, WEXITED) != 0 && errno == EINTR) {
-    }
+    int waited = -1;
+    do {
+        waited = ::waitid(P_PIDFD, id, &info, WEXITED);
+    } while (waited != 0 && errno == EINTR);
     m_reaped = true;
-    return info.si_status;
+    // A status that can't be had is never taken for success.
+    return waited == 0 ? info.si_status : -1;
 }

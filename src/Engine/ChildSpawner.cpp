@@ -62,9 +62,13 @@ Pipe makePipe(const QString &executable)
     return pipe;
 }
 
-FileDescriptor openNullDevice()
+FileDescriptor openNullDevice(const QString &executable)
 {
-    return moveAboveStandardStreams(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) {
+        failLaunch(executable, errno);
+    }
+    return moveAboveStandardStreams(descriptor);
 }
 
 // Handlers of the parent mean nothing in the child; what the parent was started with as ignored
@@ -121,9 +125,10 @@ pid_t forkInto(const PreparedChild &child)
     sigset_t previous;
     sigfillset(&all);
     ::pthread_sigmask(SIG_SETMASK, &all, &previous);
-    const pid_t pid = ::vfork();
+    const pid_t pid = ::vfork(); // NOLINT(clang-analyzer-security.insecureAPI.vfork)
     if (pid == 0) {
-        becomeChild(child);
+        // Nothing but system calls on the child's own stack.
+        becomeChild(child); // NOLINT(clang-analyzer-unix.Vfork)
     }
     const int error = errno;
     ::pthread_sigmask(SIG_SETMASK, &previous, nullptr);
@@ -142,6 +147,12 @@ int readExecError(const FileDescriptor &readEnd)
     return count == static_cast<ssize_t>(sizeof error) ? error : 0;
 }
 
+void reap(pid_t pid)
+{
+    while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
 std::vector<QByteArray> encodedArguments(const ChildCommand &command)
 {
     std::vector<QByteArray> encoded{command.executable.toUtf8()};
@@ -156,11 +167,13 @@ std::unique_ptr<ChildProcess> launch(const ChildCommand &command)
     Pipe output = makePipe(command.executable);
     Pipe errors = makePipe(command.executable);
     Pipe execErrors = makePipe(command.executable);
-    const FileDescriptor null =
-        command.standardInput == StandardInput::null ? openNullDevice() : FileDescriptor();
+    const FileDescriptor null = command.standardInput == StandardInput::null
+                                    ? openNullDevice(command.executable)
+                                    : FileDescriptor();
 
     std::vector<QByteArray> encoded = encodedArguments(command);
     std::vector<char *> arguments;
+    arguments.reserve(encoded.size() + 1);
     for (QByteArray &argument : encoded) {
         arguments.push_back(argument.data());
     }
@@ -180,16 +193,27 @@ std::unique_ptr<ChildProcess> launch(const ChildCommand &command)
     if (!pidFd.isOpen()) {
         const int error = errno;
         ::kill(pid, SIGKILL);
-        ::waitpid(pid, nullptr, 0);
+        reap(pid);
         failLaunch(command.executable, error);
     }
     execErrors.writeEnd.close();
     if (const int error = readExecError(execErrors.readEnd)) {
-        ::waitpid(pid, nullptr, 0);
+        reap(pid);
         failLaunch(command.executable, error);
     }
     return std::make_unique<ChildProcess>(pid, std::move(pidFd), std::move(output.readEnd),
                                           std::move(errors.readEnd));
+}
+
+// Some launchers hand down an ignored SIGCHLD, and the system then throws away how children ended.
+void keepStatuses()
+{
+    struct sigaction action {
+    };
+    if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) {
+        action.sa_handler = SIG_DFL;
+        ::sigaction(SIGCHLD, &action, nullptr);
+    }
 }
 
 // The permanent thread and its queue. Never destroyed: a child may be started until the very end.
@@ -200,6 +224,7 @@ public:
 
     SpawnerThread()
     {
+        keepStatuses();
         std::thread([this] { serve(); }).detach();
     }
 

@@ -6,6 +6,7 @@
 #include "Engine/Text.h"
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -13,8 +14,8 @@ namespace {
 
 // Measured over films of all kinds (docs/measurements.md). With the rate itself as the ceiling, a
 // film can spend at most its rate and what the buffer holds at its start. A buffer of a fifth of
-// the length, half full, makes that a tenth more than planned, which the one retry at 0.93 makes
-// good even in the worst case; the empty half saves up an easy stretch for a hard one behind it.
+// the length, half full, makes that a tenth more than planned, which the one retry at 0.93 takes
+// off again; the empty half saves up an easy stretch for a hard one behind it.
 constexpr double bufferShare = 0.20;
 constexpr double initialFill = 0.5;
 constexpr double shortestBufferSeconds = 0.25;
@@ -89,27 +90,53 @@ void insertAt(QStringList &args, qsizetype position, const QStringList &inserted
     args = args.first(position) + inserted + args.sliced(position);
 }
 
+// The last of an option's values: ffmpeg obeys that one, and the user's extra arguments stand last.
+std::optional<qsizetype> lastValueOf(const QStringList &args, const QString &option)
+{
+    const qsizetype position = args.lastIndexOf(option);
+    const bool hasValue = position >= 0 && position + 1 < args.size();
+    return hasValue ? std::optional(position + 1) : std::nullopt;
+}
+
+// The bounds stand behind the plan's own rate, so that a user's bounds, further on, win.
 void boundRate(QStringList &args, double seconds)
 {
-    const qsizetype option = args.indexOf(u"-b:v"_s);
-    if (option >= 0 && option + 1 < args.size()) {
-        insertAt(args, option + 2, boundArgs(args.at(option + 1), seconds));
+    if (const auto rate = lastValueOf(args, u"-b:v"_s)) {
+        insertAt(args, args.indexOf(u"-b:v"_s) + 2, boundArgs(args.at(*rate), seconds));
+    }
+}
+
+// Gives the layout of the frames and takes it off the line: on the device it is another.
+QString takePixelLayout(QStringList &args)
+{
+    QString layout = u"nv12"_s;
+    while (const auto format = lastValueOf(args, u"-pix_fmt"_s)) {
+        layout = args.at(*format) == "p010le"_L1 ? u"p010"_s : layout;
+        args.remove(*format - 1, 2);
+    }
+    return layout;
+}
+
+// The first label that a filter graph hands to the output is the picture's.
+void uploadFromGraph(QStringList &args, qsizetype graph, const QString &upload)
+{
+    for (qsizetype i = graph + 1; i + 1 < args.size(); ++i) {
+        if (args.at(i) == "-map"_L1 && args.at(i + 1).startsWith(u'[')) {
+            args[graph] += u';' + args.at(i + 1) + upload + u"[uploaded]"_s;
+            args[i + 1] = u"[uploaded]"_s;
+            return;
+        }
     }
 }
 
 // Frames go up in the layout that the device takes; the upload is the last filter.
 void uploadFrames(QStringList &args, qsizetype behindEncoder)
 {
-    QString layout = u"nv12"_s;
-    const qsizetype format = args.indexOf(u"-pix_fmt"_s);
-    if (format >= 0 && format + 1 < args.size()) {
-        layout = args.at(format + 1) == "p010le"_L1 ? u"p010"_s : layout;
-        args.remove(format, 2);
-    }
-    const QString upload = u"format="_s + layout + u",hwupload"_s;
-    const qsizetype filter = args.indexOf(u"-vf"_s);
-    if (filter >= 0 && filter + 1 < args.size()) {
-        args[filter + 1] += u',' + upload;
+    const QString upload = u"format="_s + takePixelLayout(args) + u",hwupload"_s;
+    if (const auto graph = lastValueOf(args, u"-filter_complex"_s)) {
+        uploadFromGraph(args, *graph, upload);
+    } else if (const auto filter = lastValueOf(args, u"-vf"_s)) {
+        args[*filter] += u',' + upload;
     } else {
         insertAt(args, behindEncoder, {u"-vf"_s, upload});
     }
@@ -157,16 +184,13 @@ EncoderStandIns::Table EncoderStandIns::software(const FFmpegToolset &toolset)
 QStringList EncoderStandIns::applyToArgs(const QStringList &args, double seconds,
                                          const Table &table)
 {
-    const qsizetype option = args.indexOf(u"-c:v"_s);
-    if (option < 0 || option + 1 >= args.size()) {
-        return args;
-    }
-    const auto standIn = table.constFind(args.at(option + 1));
+    const std::optional<qsizetype> encoder = lastValueOf(args, u"-c:v"_s);
+    const auto standIn = encoder ? table.constFind(args.at(*encoder)) : table.constEnd();
     if (standIn == table.constEnd()) {
         return args;
     }
     QStringList exchanged = args;
-    exchange(exchanged, option + 1, seconds, *standIn);
+    exchange(exchanged, *encoder, seconds, *standIn);
     return exchanged;
 }
 

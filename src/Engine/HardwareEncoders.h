@@ -23,7 +23,8 @@ public:
     /// the tries take. Run it once, off the main thread.
     void check();
 
-    /// Ends a check that is under way; it leaves what it has found so far. From any thread.
+    /// Ends a check that is under way; it leaves what it has found so far. A try that is just being
+    /// launched hears nothing yet: ask again until check() has returned. From any thread.
     void cancel();
 
     /// The stand-ins as known at this moment. From any thread.

@@ -18,6 +18,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
 
@@ -61,11 +62,28 @@ bool moveFile(const QString &from, const QString &to)
     if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0) {
         return true;
     }
+    const bool isOtherFileSystem = errno == EXDEV;
+    if (!isOtherFileSystem) {
+        return false;
+    }
     if (!QFile::copy(from, to) || QFileInfo(to).size() != QFileInfo(from).size()) {
         QFile::remove(to);
         return false;
     }
-    return QFile::remove(from);
+    QFile::remove(from);
+    return true;
+}
+
+// A temporary folder goes with all that it holds; a link goes alone.
+void removeItem(const QUrl &url)
+{
+    const QString path = Text::path(url);
+    const QFileInfo item(path);
+    if (item.isDir() && !item.isSymLink()) {
+        QDir(path).removeRecursively();
+    } else {
+        QFile::remove(path);
+    }
 }
 
 // Never touches a final output.
@@ -78,7 +96,7 @@ void cleanupTempFiles(const JobPlan &plan)
         }
     }
     for (const QUrl &file : std::as_const(files)) {
-        removeFile(file);
+        removeItem(file);
     }
 }
 

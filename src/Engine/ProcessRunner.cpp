@@ -76,7 +76,11 @@ void pumpUntilExit(const ChildProcess &child, StreamReader &output, StreamReader
                                       pollfd{errors.watched(), POLLIN, 0},
                                       pollfd{child.pidFd(), POLLIN, 0}};
         if (::poll(watched.data(), watched.size(), -1) < 0) {
-            continue;
+            if (errno == EINTR) {
+                continue;
+            }
+            // The drain and the wait behind it still end the run in order.
+            return;
         }
         if (watched[0].revents != 0) {
             output.readAvailable();

@@ -64,7 +64,7 @@ QJsonValue Codec<QUrl>::encode(const QUrl &value)
 
 QUrl Codec<QUrl>::decode(const QJsonValue &json)
 {
-    const QUrl url(Json::decode<QString>(json), QUrl::StrictMode);
+    QUrl url(Json::decode<QString>(json), QUrl::StrictMode);
     if (!url.isValid()) {
         throw DecodeError(u"a URL is expected"_s);
     }

@@ -142,7 +142,7 @@ template <typename Value> struct Codec<QList<Value>> {
             throw DecodeError(QStringLiteral("a list is expected"));
         }
         QList<Value> values;
-        for (const QJsonValue &element : json.toArray()) {
+        for (const QJsonValue element : json.toArray()) {
             try {
                 values.append(Json::decode<Value>(element));
             } catch (DecodeError &error) {

@@ -16,6 +16,7 @@ template <typename Enum> struct RawValue {
     Enum value;
     QLatin1StringView text;
 };
+template <typename Enum> RawValue(Enum, QLatin1StringView) -> RawValue<Enum>;
 
 /// The persisted texts of an enumeration, in the order of its cases. Specialised beside each
 /// enumeration that is written to JSON or to the settings, as `static constexpr std::array table`.

@@ -161,6 +161,42 @@ TEST(EncoderStandIns, a_device_gets_an_upload_filter_where_there_was_none)
             "-vf format=nv12,hwupload -b:v 500k -maxrate 500k -bufsize 10000k -rc_init_occupancy 5000k out"_s));
 }
 
+TEST(EncoderStandIns, a_device_gets_the_upload_behind_a_filter_graph)
+{
+    EXPECT_EQ(uploaded(u"-i in -filter_complex [0:v][1:v]concat[v] -map [v] -map 0:a "
+                       "-c:v h264_videotoolbox out"_s),
+              words(u"-vaapi_device /dev/dri/renderD128 -i in -filter_complex "
+                    "[0:v][1:v]concat[v];[v]format=nv12,hwupload[uploaded] -map [uploaded] "
+                    "-map 0:a -c:v h264_vaapi out"_s));
+}
+
+TEST(EncoderStandIns, the_users_own_encoder_passes_untouched)
+{
+    const QString line = u"-i in -c:v h264_videotoolbox -b:v 500k -c:v libx264 -crf 20 out"_s;
+    EXPECT_EQ(exchanged(line, 100), words(line));
+}
+
+TEST(EncoderStandIns, an_encoder_that_the_user_asks_for_is_exchanged_too)
+{
+    EXPECT_EQ(exchanged(u"-i in -c:v libx264 -c:v hevc_videotoolbox out"_s, 100),
+              words(u"-i in -c:v libx264 -c:v libx265 -x265-params log-level=error out"_s));
+}
+
+TEST(EncoderStandIns, the_bounds_go_by_the_users_rate_and_leave_the_users_bounds_the_last_word)
+{
+    EXPECT_EQ(exchanged(u"-c:v h264_videotoolbox -b:v 500k -b:v 1000k -maxrate 9000k out"_s, 100),
+              words(u"-c:v libx264 -preset veryfast -b:v 500k -maxrate 1000k -bufsize 20000k "
+                    "-rc_init_occupancy 10000k -b:v 1000k -maxrate 9000k out"_s));
+}
+
+TEST(EncoderStandIns, the_upload_goes_behind_the_users_filter_and_without_the_users_layout)
+{
+    EXPECT_EQ(uploaded(u"-c:v h264_videotoolbox -pix_fmt yuv420p -vf scale=-2:480 -vf hflip "
+                       "-pix_fmt yuv444p out"_s),
+              words(u"-vaapi_device /dev/dri/renderD128 -c:v h264_vaapi -vf scale=-2:480 "
+                    "-vf hflip,format=nv12,hwupload out"_s));
+}
+
 TEST(EncoderStandIns, ten_bit_frames_go_up_as_ten_bit)
 {
     EXPECT_TRUE(uploaded(u"-i in -c:v h264_videotoolbox -b:v 5k -pix_fmt p010le out"_s)

@@ -392,15 +392,48 @@ TEST(PlanExecutorUpward, a_winner_is_moved_to_another_file_system)
     EXPECT_FALSE(bench.stands(u"approach"_s));
 }
 
+namespace {
+
+// A plan and its attempt upward with a side file each.
+JobPlan planWithLogs(const Bench &bench)
+{
+    bench.folder.write(u"log"_s, "x");
+    bench.folder.write(u"attempt-log"_s, "x");
+    JobPlan plan = bench.approachingPlan(1000, 1000);
+    plan.cleanupURLs = {bench.folder.url(u"log"_s)};
+    const PlanFactory factory = plan.approach->factory;
+    plan.approach->factory = [&bench, factory](qint64 rate) {
+        JobPlan attempt = factory(rate);
+        attempt.cleanupURLs += bench.folder.url(u"attempt-log"_s);
+        return attempt;
+    };
+    return plan;
+}
+
+} // namespace
+
 TEST(PlanExecutorUpward, a_win_cleans_up_both_plans)
 {
     Bench bench(writing({800, 960}));
-    bench.folder.write(u"log"_s, "x");
-    JobPlan plan = bench.approachingPlan(1000, 1000);
-    plan.cleanupURLs = {bench.folder.url(u"log"_s)};
-    bench.run(plan);
+    bench.run(planWithLogs(bench));
     EXPECT_FALSE(bench.stands(u"log"_s));
-    EXPECT_FALSE(bench.stands(u"approach"_s));
+    EXPECT_FALSE(bench.stands(u"attempt-log"_s));
+}
+
+TEST(PlanExecutorUpward, a_loss_cleans_up_the_first_plan_only)
+{
+    Bench bench(writing({800, 1001}));
+    bench.run(planWithLogs(bench));
+    EXPECT_FALSE(bench.stands(u"log"_s));
+    EXPECT_TRUE(bench.stands(u"attempt-log"_s));
+}
+
+TEST(PlanExecutorUpward, a_failing_attempt_cleans_up_the_first_plan_only)
+{
+    Bench bench("head -c 800 /dev/zero > \"$out\"\n[ $run = 1 ]\n");
+    bench.run(planWithLogs(bench));
+    EXPECT_FALSE(bench.stands(u"log"_s));
+    EXPECT_TRUE(bench.stands(u"attempt-log"_s));
 }
 
 TEST(PlanExecutorUpward, a_cancel_in_the_attempts_step_keeps_the_first_result)
@@ -582,6 +615,29 @@ TEST(PlanExecutorFiles, temporary_files_go_and_final_outputs_stay_at_the_end)
     bench.run(plan);
     EXPECT_FALSE(bench.stands(u"part"_s));
     EXPECT_TRUE(bench.stands(u"out"_s));
+}
+
+TEST(PlanExecutorFiles, a_temporary_folder_goes_with_all_that_it_holds)
+{
+    Bench bench(writing({10}));
+    JobPlan plan = bench.encodePlan(u"out"_s, 1000, std::nullopt);
+    bench.folder.write(u"parts/deep/unlisted"_s, "x");
+    bench.folder.write(u"parts/listed"_s, "x");
+    plan.cleanupURLs = {bench.folder.url(u"parts/listed"_s), bench.folder.url(u"parts"_s)};
+    bench.run(plan);
+    EXPECT_FALSE(bench.stands(u"parts"_s));
+}
+
+TEST(PlanExecutorFiles, a_link_to_a_folder_goes_and_its_target_stays)
+{
+    Bench bench(writing({10}));
+    bench.folder.write(u"target/file"_s, "x");
+    QFile::link(bench.folder.path(u"target"_s), bench.folder.path(u"link"_s));
+    JobPlan plan = bench.encodePlan(u"out"_s, 1000, std::nullopt);
+    plan.cleanupURLs = {bench.folder.url(u"link"_s)};
+    bench.run(plan);
+    EXPECT_FALSE(bench.stands(u"link"_s));
+    EXPECT_TRUE(bench.stands(u"target/file"_s));
 }
 
 TEST(PlanExecutorProgress, moves_in_half_percent_steps_and_tells_each_value_once)

@@ -276,6 +276,15 @@ TEST(ProcessRunner, no_child_outlives_a_program_that_is_killed)
     EXPECT_TRUE(endsSoon(child));
 }
 
+TEST(ProcessRunner, a_failed_child_is_seen_even_where_the_launcher_ignored_the_end_of_children)
+{
+    QProcess program;
+    program.setChildProcessModifier([] { ::signal(SIGCHLD, SIG_IGN); });
+    program.start(QStringLiteral(MORVIX_CHILD_HOLDER), {u"/bin/sh"_s, u"-c"_s, u"exit 3"_s});
+    ASSERT_TRUE(program.waitForFinished(20'000));
+    EXPECT_EQ(program.exitCode(), 1);
+}
+
 TEST(ProcessRunner, many_children_at_once_each_get_their_own_output)
 {
     std::vector<std::thread> threads;

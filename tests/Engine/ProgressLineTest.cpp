@@ -47,7 +47,7 @@ constexpr std::array rows{
 
 } // namespace
 
-TEST(ProgressLine, every_form_of_line_reads_as_told)
+TEST(ProgressLine, every_form_of_line_gives_its_seconds_or_none)
 {
     for (const Row &row : rows) {
         EXPECT_EQ(ProgressLine::seconds(row.line), row.seconds)

@@ -128,7 +128,14 @@ TEST(VideoFile, every_field_takes_part_in_equality)
         change(other);
         return other;
     };
+    EXPECT_NE(file, changed([](VideoFile &f) { f.url = QUrl(u"file:///b"_s); }));
+    EXPECT_NE(file, changed([](VideoFile &f) { f.durationSeconds = 1; }));
+    EXPECT_NE(file, changed([](VideoFile &f) { f.fileSizeBytes = 1; }));
     EXPECT_NE(file, changed([](VideoFile &f) { f.width = 1; }));
+    EXPECT_NE(file, changed([](VideoFile &f) { f.height = 1; }));
+    EXPECT_NE(file, changed([](VideoFile &f) { f.videoCodec = u"h264"_s; }));
+    EXPECT_NE(file, changed([](VideoFile &f) { f.videoBitrateBps = 1; }));
+    EXPECT_NE(file, changed([](VideoFile &f) { f.audioStreams = {AudioStream()}; }));
     EXPECT_NE(file, changed([](VideoFile &f) { f.fps = 1; }));
     EXPECT_NE(file, changed([](VideoFile &f) { f.isHDR = true; }));
     EXPECT_NE(file, changed([](VideoFile &f) { f.hasAlphaChannel = true; }));
