@@ -20,6 +20,7 @@ struct FinishedJob {
     qint64 limitBytes = 0;
     /// All runs of the plan and of what its factories made.
     int attempts = 0;
+    /// Of the encoding alone: neither probing nor the look at the result.
     double seconds = 0;
     /// Empty when there is none.
     QString note;

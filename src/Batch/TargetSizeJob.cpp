@@ -87,6 +87,7 @@ FinishedJob TargetSizeJob::execute(const Planned &planned,
     const auto attempts = std::make_shared<int>(1);
     const ExecutionOutcome outcome =
         m_executor.execute(countingAttempts(planned.runnable, attempts), onProgress);
+    const double seconds = static_cast<double>(timer.elapsed()) / 1000;
     if (const std::optional<QString> problem =
             ResultCheck::problem(planned.file, planned.plan, m_settings.toolset.ffprobeURL)) {
         throw FilmProblem{*problem};
@@ -97,7 +98,7 @@ FinishedJob TargetSizeJob::execute(const Planned &planned,
             .outputBytes = outcome.outputBytes,
             .limitBytes = static_cast<qint64>(m_settings.params.targetMB * 1e6),
             .attempts = *attempts,
-            .seconds = static_cast<double>(timer.elapsed()) / 1000,
+            .seconds = seconds,
             .note = BatchTexts::note(outcome, planned.plan)};
 }
 
