@@ -14,26 +14,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct SplitPath {
-    QString stem;
-    QString extension;
-};
-
-// The extension is what follows the last dot of the last component; a leading dot hides a file and
-// starts no extension, and nothing behind a last dot is none either.
-SplitPath splitExtension(const QString &path)
-{
-    const qsizetype nameStart = path.lastIndexOf(u'/') + 1;
-    const qsizetype dot = path.lastIndexOf(u'.');
-    if (dot <= nameStart || dot == path.size() - 1) {
-        return {path, {}};
-    }
-    return {path.first(dot), path.sliced(dot + 1)};
-}
-
 QString baseName(const QUrl &source)
 {
-    return splitExtension(source.adjusted(QUrl::StripTrailingSlash).fileName()).stem;
+    return Text::splitExtension(source.adjusted(QUrl::StripTrailingSlash).fileName()).stem;
 }
 
 QString today()
@@ -64,7 +47,7 @@ QUrl OutputNaming::unique(const QUrl &url)
     if (!QFileInfo::exists(path)) {
         return url;
     }
-    const SplitPath parts = splitExtension(path);
+    const Text::SplitPath parts = Text::splitExtension(path);
     for (int number = 2; number <= 999; ++number) {
         const QString candidate =
             u"%1 %2.%3"_s.arg(parts.stem, QString::number(number), parts.extension);

@@ -108,11 +108,14 @@ ProbeJson decodeDocument(const QString &json)
 
 } // namespace
 
-VideoFile ProbeService::probe(const QUrl &url, const QUrl &ffprobeURL)
+VideoFile ProbeService::probe(const QUrl &url, const QUrl &ffprobeURL,
+                              const ProcessRunner::OnSpawn &onSpawn)
 {
-    const ProcessResult result = ProcessRunner::runSync(
-        ffprobeURL, {u"-v"_s, u"error"_s, u"-print_format"_s, u"json"_s, u"-show_format"_s,
-                     u"-show_streams"_s, Text::path(url)});
+    const ProcessResult result =
+        ProcessRunner::runSync(ffprobeURL,
+                               {u"-v"_s, u"error"_s, u"-print_format"_s, u"json"_s,
+                                u"-show_format"_s, u"-show_streams"_s, Text::path(url)},
+                               onSpawn);
     if (result.exitCode == 0 && !result.standardOutput.isEmpty()) {
         return parse(result.standardOutput, url);
     }
@@ -137,12 +140,14 @@ VideoFile ProbeService::parse(const QString &json, const QUrl &url)
     return file;
 }
 
-QList<double> ProbeService::keyframeTimes(const QUrl &url, const QUrl &ffprobeURL)
+QList<double> ProbeService::keyframeTimes(const QUrl &url, const QUrl &ffprobeURL,
+                                          const ProcessRunner::OnSpawn &onSpawn)
 {
     const ProcessResult result = ProcessRunner::runSync(
         ffprobeURL,
         {u"-v"_s, u"error"_s, u"-select_streams"_s, u"v:0"_s, u"-skip_frame"_s, u"nokey"_s,
-         u"-show_entries"_s, u"frame=pts_time"_s, u"-of"_s, u"csv=p=0"_s, Text::path(url)});
+         u"-show_entries"_s, u"frame=pts_time"_s, u"-of"_s, u"csv=p=0"_s, Text::path(url)},
+        onSpawn);
     if (result.exitCode != 0) {
         throw ProbeError(Text::lastCharacters(result.standardError, 200));
     }

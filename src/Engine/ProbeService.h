@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Engine/DescribedError.h"
+#include "Engine/ProcessRunner.h"
 #include "Models/VideoFile.h"
 
 #include <QList>
@@ -31,8 +32,9 @@ public:
         QString m_message;
     };
 
-    /// Throws ProbeError.
-    static VideoFile probe(const QUrl &url, const QUrl &ffprobeURL);
+    /// Throws ProbeError. `onSpawn` gets the child, to end it early.
+    static VideoFile probe(const QUrl &url, const QUrl &ffprobeURL,
+                           const ProcessRunner::OnSpawn &onSpawn = {});
 
     /// Reads ffprobe's JSON document. The only maker of VideoFiles; it asks the disk for nothing
     /// but the file's size, and for that only when the document doesn't tell it. A file without a
@@ -40,8 +42,9 @@ public:
     static VideoFile parse(const QString &json, const QUrl &url);
 
     /// The times of the first video stream's keyframes in seconds, in ffprobe's order. Throws
-    /// ProbeError.
-    static QList<double> keyframeTimes(const QUrl &url, const QUrl &ffprobeURL);
+    /// ProbeError. `onSpawn` gets the child, to end it early.
+    static QList<double> keyframeTimes(const QUrl &url, const QUrl &ffprobeURL,
+                                       const ProcessRunner::OnSpawn &onSpawn = {});
 
     /// Frames per second out of ffprobe's "30000/1001" or "25"; absent for "0/0" and rubbish.
     static std::optional<double> parseFrameRate(const std::optional<QString> &text);

@@ -142,10 +142,15 @@ ProcessResult ProcessRunner::runAsync(const QUrl &url, const QStringList &args,
     return {0, output.collected(), errors.collected()};
 }
 
-ProcessResult ProcessRunner::runSync(const QUrl &url, const QStringList &args)
+ProcessResult ProcessRunner::runSync(const QUrl &url, const QStringList &args,
+                                     const OnSpawn &onSpawn)
 {
     try {
-        const auto child = ChildSpawner::spawn({Text::path(url), args, StandardInput::inherited});
+        const std::shared_ptr<ChildProcess> child =
+            ChildSpawner::spawn({Text::path(url), args, StandardInput::inherited});
+        if (onSpawn) {
+            onSpawn(child);
+        }
         QString output = readToEnd(child->standardOutput());
         QString errors = readToEnd(child->standardError());
         return {child->wait(), output, errors};

@@ -39,6 +39,6 @@ ProcessResult runAsync(const QUrl &url, const QStringList &args, const OnSpawn &
 /// Runs a child for a short question and blocks until it has ended. Never throws: a failed launch
 /// is an exit code of -1 with the system's words as standard error. Standard output is read to its
 /// end before standard error, so a child that fills the one before closing the other blocks.
-ProcessResult runSync(const QUrl &url, const QStringList &args);
+ProcessResult runSync(const QUrl &url, const QStringList &args, const OnSpawn &onSpawn = {});
 
 } // namespace ProcessRunner

@@ -89,6 +89,33 @@ QString Text::joinedPath(const QString &directory, const QString &name)
     return hasSlash ? directory + name : directory + u'/' + name;
 }
 
+Text::SplitPath Text::splitExtension(const QString &path)
+{
+    const qsizetype nameStart = path.lastIndexOf(u'/') + 1;
+    const qsizetype dot = path.lastIndexOf(u'.');
+    if (dot <= nameStart || dot == path.size() - 1) {
+        return {path, {}};
+    }
+    return {path.first(dot), path.sliced(dot + 1)};
+}
+
+void Text::sortPlainly(QStringList &texts)
+{
+    // QString's own order is that of UTF-16 units, which puts what lies beyond the first plane
+    // before the last private characters of it.
+    QList<std::pair<QList<uint>, QString>> keyed;
+    keyed.reserve(texts.size());
+    for (const QString &text : std::as_const(texts)) {
+        keyed.emplaceBack(text.normalized(QString::NormalizationForm_C).toUcs4(), text);
+    }
+    std::ranges::stable_sort(keyed, {},
+                             [](const auto &entry) -> const QList<uint> & { return entry.first; });
+    texts.clear();
+    for (const auto &entry : std::as_const(keyed)) {
+        texts.append(entry.second);
+    }
+}
+
 QString Text::uuid(const QUuid &id)
 {
     return id.toString(QUuid::WithoutBraces);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 #include <QUrl>
 #include <QUuid>
@@ -34,6 +35,21 @@ QString path(const QUrl &url);
 /// The place of a name in a folder. Joined as text: QDir would take a name that begins with "/" or
 /// ":" for a place of its own.
 QString joinedPath(const QString &directory, const QString &name);
+
+/// A path before and behind the dot of its extension.
+struct SplitPath {
+    QString stem;
+    /// Without the dot; empty when there is none.
+    QString extension;
+};
+
+/// The extension is what follows the last dot of the last component; a leading dot hides a file and
+/// starts no extension, and nothing behind a last dot is none either.
+SplitPath splitExtension(const QString &path);
+
+/// Sorts by code points, canonically equivalent texts counting as equal: the same order in every
+/// locale.
+void sortPlainly(QStringList &texts);
 
 /// The identity as it stands in temporary names.
 QString uuid(const QUuid &id);
