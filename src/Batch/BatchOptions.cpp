@@ -5,6 +5,7 @@
 
 #include "Batch/FieldAssignment.h"
 #include "Batch/FileArgument.h"
+#include "Engine/Text.h"
 #include "Models/JobParamsJson.h"
 
 #include <QCommandLineParser>
@@ -21,6 +22,7 @@ constexpr double largestTargetMB = 1e9;
 
 struct OptionNames {
     QString out = u"out"_s;
+    QString jobs = u"jobs"_s;
     QString dryRun = u"dry-run"_s;
     QString json = u"json"_s;
     QString help = u"help"_s;
@@ -36,6 +38,7 @@ const OptionNames &names()
 void addOptions(QCommandLineParser &parser)
 {
     parser.addOption({names().out, u"Write the results to DIR."_s, u"DIR"_s});
+    parser.addOption({names().jobs, u"Run up to N jobs side by side."_s, u"N"_s});
     parser.addOption({names().dryRun, u"Show the command lines; run nothing."_s});
     parser.addOption({names().json, u"Report as JSON, one object a line."_s});
     parser.addOption({{u"h"_s, names().help}, u"Show this help."_s});
@@ -71,6 +74,15 @@ QUrl outputFolder(const QString &path)
             u"--out expects a folder (one whose name begins with a dash is written ./-name)"_s);
     }
     return FileArgument::url(path);
+}
+
+qint64 jobCount(const QString &text)
+{
+    const std::optional<qint64> count = Text::toInteger(text);
+    if (!count || *count < 1) {
+        throw UsageError(u"--jobs expects a whole number from 1"_s);
+    }
+    return *count;
 }
 
 void assignField(TargetSizeParams &params, const QString &argument)
@@ -140,6 +152,9 @@ BatchOptions BatchOptions::parse(const QStringList &arguments)
     if (parser.isSet(names().out)) {
         options.outputDirectory = outputFolder(parser.value(names().out));
     }
+    if (parser.isSet(names().jobs)) {
+        options.jobsAtOnce = jobCount(parser.value(names().jobs));
+    }
     takePositionals(options, parser.positionalArguments(), split.behind);
     return options;
 }
@@ -147,6 +162,8 @@ BatchOptions BatchOptions::parse(const QStringList &arguments)
 QString BatchOptions::helpText()
 {
     return uR"(Usage: morvix-batch ACTION [field=value …] [options] [--] FILE…
+
+A FILE may be a folder: all media files in it are taken.
 
 Works through the files without a window. The inputs are never changed.
 
@@ -164,6 +181,7 @@ Fields of targetSize
 
 Options
   --out DIR    write the results to DIR instead of beside each file
+  --jobs N     run up to N jobs side by side, 3 at most, for this call
   --dry-run    show the command lines and run nothing
   --json       report as JSON, one object a line
   --help       show this help

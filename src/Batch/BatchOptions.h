@@ -36,8 +36,11 @@ struct BatchOptions {
     Output output = Output::text;
     Running running = Running::real;
     TargetSizeParams params;
+    /// Files and folders.
     QList<QUrl> files;
     std::optional<QUrl> outputDirectory;
+    /// Jobs that run side by side; absent for the user's setting.
+    std::optional<qint64> jobsAtOnce;
 
     /// Reads the arguments after the program's name. Throws UsageError.
     static BatchOptions parse(const QStringList &arguments);

@@ -3,119 +3,265 @@
 
 #include "Batch/BatchRun.h"
 
+#include "Batch/BatchTexts.h"
 #include "Batch/ExitCode.h"
+#include "Batch/InputCheck.h"
+#include "Batch/ResultCheck.h"
+#include "Engine/FolderExpander.h"
+#include "Engine/TemporaryFiles.h"
 
-#include <QDir>
+#include <QThread>
 
+#include <algorithm>
 #include <chrono>
 
 using namespace Qt::StringLiterals;
+using BatchTexts::Sentence;
 
 namespace {
 
 constexpr std::chrono::milliseconds cancelInterval{250};
 
+// A copy that fits already has its limit too.
+std::optional<qint64> limitOf(const JobMode &mode)
+{
+    const auto *params = std::get_if<TargetSizeParams>(&mode);
+    return params ? std::optional(static_cast<qint64>(params->targetMB * 1e6)) : std::nullopt;
+}
+
 } // namespace
 
-BatchRun::BatchRun(BatchOptions options, const FFmpegToolset &toolset, Report &report)
+BatchRun::BatchRun(BatchOptions options, AppModel &model, Report &report)
     : m_options(std::move(options))
-    , m_settings{m_options.params, toolset, m_options.outputDirectory,
-                 std::make_shared<HardwareEncoders>(toolset)}
+    , m_model(model)
     , m_report(report)
+    , m_examinations(QThread::idealThreadCount(), QThread::InheritPriority)
 {
-    // A job and the check of the hardware.
-    m_pool.setMaxThreadCount(2);
     m_repeatCancel.setInterval(cancelInterval);
-    connect(&m_repeatCancel, &QTimer::timeout, this, [this] {
-        if (m_job) {
-            m_job->cancel();
-        }
-    });
+    connect(&m_repeatCancel, &QTimer::timeout, this, &BatchRun::cancelAll);
+    connect(&m_model, &AppModel::jobPlanned, this,
+            [this](const std::shared_ptr<Job> &job, const JobPlan &plan) {
+                m_progress[job->id].plan = plan;
+                m_progress[job->id].sinceStart.start();
+            });
+    connect(&m_model, &AppModel::jobAttempted, this,
+            [this](const std::shared_ptr<Job> &job, int attempt) {
+                m_progress[job->id].attempts = attempt;
+            });
 }
 
 BatchRun::~BatchRun()
 {
-    m_settings.encoders->cancel();
-    if (m_job) {
-        m_job->cancel();
-    }
-    while (!m_pool.waitForDone(static_cast<int>(cancelInterval.count()))) {
-        m_settings.encoders->cancel();
+    while (!m_examinations.finish(cancelInterval)) {
     }
 }
 
 void BatchRun::start()
 {
-    if (m_options.running == BatchOptions::Running::dry) {
+    if (m_options.outputDirectory) {
+        m_model.setOutputDirectoryPath(m_options.outputDirectory->toLocalFile());
+    }
+    if (m_options.jobsAtOnce) {
+        m_model.setQueueConcurrency(*m_options.jobsAtOnce);
+    }
+    const QList<QUrl> usable = usableFiles();
+    if (usable.isEmpty()) {
+        Q_EMIT done(exitCode());
+        return;
+    }
+    takeIn(usable);
+}
+
+QList<QUrl> BatchRun::usableFiles()
+{
+    QList<QUrl> usable;
+    for (const QUrl &url : m_options.files) {
+        if (const std::optional<QString> problem = InputCheck::problem(url, m_model.language())) {
+            tellFailed(url, *problem);
+        } else {
+            usable.append(url);
+        }
+    }
+    return usable;
+}
+
+void BatchRun::takeIn(const QList<QUrl> &urls)
+{
+    m_inputs = FolderExpander::expand(urls);
+    const QSet<QUrl> taken(m_inputs.begin(), m_inputs.end());
+    for (const QUrl &url : urls) {
+        // More than are taken at a time: what is left out is told.
+        const QUrl first = FolderExpander::expand({url}).first();
+        if (!taken.contains(first) && taken.size() >= FolderExpander::mostFiles) {
+            tellFailed(url, BatchTexts::text(Sentence::tooMany, m_model.language(),
+                                             {QString::number(FolderExpander::mostFiles)}));
+        }
+    }
+    // Waiting for all: a pool of workers that has run dry between two files takes no further one.
+    connect(&m_model, &AppModel::probingCountChanged, this, [this] {
+        if (m_model.probingCount() == 0) {
+            QMetaObject::invokeMethod( // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
+                this, &BatchRun::enqueueAll, Qt::QueuedConnection);
+        }
+    });
+    m_model.addURLs(urls);
+}
+
+void BatchRun::enqueueAll()
+{
+    if (m_signalNumber != 0) {
+        return;
+    }
+    const bool isDry = m_options.running == BatchOptions::Running::dry;
+    m_model.setQueuePaused(isDry);
+    QHash<QUrl, VideoFile> files;
+    for (const VideoFile &file : m_model.files()) {
+        files.insert(file.url, file);
+    }
+    for (const QUrl &url : std::as_const(m_inputs)) {
+        if (files.contains(url)) {
+            m_model.enqueueProbed(files.value(url), m_options.params);
+        } else {
+            tellFailed(url, m_model.t(u"error.probe"_s));
+        }
+    }
+    if (isDry) {
         planAll();
         return;
     }
-    if (m_options.outputDirectory) {
-        // A failure shows in ffmpeg's own words when it can't write there.
-        QDir().mkpath(m_options.outputDirectory->toLocalFile());
+    m_untold = m_model.jobs().size();
+    for (const std::shared_ptr<Job> &job : m_model.jobs()) {
+        follow(job);
     }
     // The first job doesn't wait for the answer: with no other behind it, the question is idle.
-    if (m_options.files.size() > 1) {
-        m_pool.start([encoders = m_settings.encoders] { encoders->check(); });
+    if (m_untold > 1) {
+        m_model.checkHardwareEncoders();
     }
-    startNext();
+    endIfAllTold();
+}
+
+void BatchRun::planAll()
+{
+    for (const std::shared_ptr<Job> &job : m_model.jobs()) {
+        try {
+            const JobPlan plan = m_model.buildPlan(*job);
+            m_report.planned(
+                {job->input.url, plan, m_model.runnablePlan(plan), m_model.toolset()->ffmpegURL});
+        } catch (const BuilderError &error) {
+            tellFailed(job->input.url, m_model.builderMessage(error));
+        }
+    }
+    Q_EMIT done(exitCode());
 }
 
 void BatchRun::interrupt(int signalNumber)
 {
     m_signalNumber = signalNumber;
-    if (m_job) {
-        m_job->cancel();
-        m_repeatCancel.start();
-    } else {
-        Q_EMIT done(exitCode());
-    }
-}
-
-void BatchRun::startNext()
-{
-    if (m_signalNumber != 0 || m_next == m_options.files.size()) {
+    if (m_untold == 0) {
         Q_EMIT done(exitCode());
         return;
     }
-    m_job = std::make_shared<TargetSizeJob>(m_options.files.at(m_next++), m_settings);
-    m_report.started(m_job->input());
-    m_pool.start([this, job = m_job] {
-        const auto onProgress = [this, job](double fraction) {
-            QMetaObject::invokeMethod( // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
-                this, [this, job, fraction] { m_report.progressed(job->input(), fraction); },
-                Qt::QueuedConnection);
-        };
-        QMetaObject::invokeMethod( // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
-            this, [this, job, result = job->run(onProgress)] { end(job->input(), result); },
-            Qt::QueuedConnection);
-    });
+    cancelAll();
+    m_repeatCancel.start();
 }
 
-void BatchRun::end(const QUrl &input, const TargetSizeJob::Result &result)
+void BatchRun::cancelAll()
 {
-    m_job.reset();
-    if (const auto *finished = std::get_if<FinishedJob>(&result)) {
-        m_report.finished(*finished);
+    for (const std::shared_ptr<Job> &job : m_model.jobs()) {
+        m_model.cancelJob(job->id);
+    }
+}
+
+void BatchRun::follow(const std::shared_ptr<Job> &job)
+{
+    connect(job.get(), &Job::stateChanged, this,
+            [this, weak = std::weak_ptr(job)] { tell(weak.lock()); });
+}
+
+void BatchRun::tell(const std::shared_ptr<Job> &job)
+{
+    switch (job->outcome()) {
+    case Job::Outcome::queued:
+        break;
+    case Job::Outcome::analyzing:
+        m_report.started(job->input.url);
+        break;
+    case Job::Outcome::running:
+        tellProgress(job->input.url, std::get<Job::Running>(job->state()).progress);
+        break;
+    case Job::Outcome::finished:
+        examine(job);
+        break;
+    case Job::Outcome::failed:
+        end(job, std::get<Job::Failed>(job->state()).message);
+        break;
+    case Job::Outcome::cancelled:
+        end(job, QString());
+        break;
+    }
+}
+
+// A job that has just been started has nothing to tell yet.
+void BatchRun::tellProgress(const QUrl &input, double fraction)
+{
+    if (fraction > 0) {
+        m_report.progressed(input, fraction);
+    }
+}
+
+// The look at a result reads the whole of it.
+void BatchRun::examine(const std::shared_ptr<Job> &job)
+{
+    Progress &progress = m_progress[job->id];
+    progress.seconds = static_cast<double>(progress.sinceStart.elapsed()) / 1000;
+    const auto look = [input = job->input, plan = progress.plan.value(),
+                       ffprobe = m_model.toolset()->ffprobeURL, language = m_model.language()] {
+        return ResultCheck::problem(input, plan, ffprobe, language);
+    };
+    m_examinations.run(look,
+                       [this, job](const std::optional<QString> &problem) { end(job, problem); });
+}
+
+void BatchRun::end(const std::shared_ptr<Job> &job, const std::optional<QString> &problem)
+{
+    TemporaryFiles::removeLeftovers({job->input.id});
+    if (!problem) {
+        m_report.finished(finishedJob(*job));
+    } else if (m_signalNumber != 0) {
+        tellFailed(job->input.url, BatchTexts::text(Sentence::interrupted, m_model.language()));
     } else {
-        m_someFailed = true;
-        m_report.failed(input, m_signalNumber == 0 ? std::get<QString>(result) : u"Interrupted."_s);
+        tellFailed(job->input.url, *problem);
     }
-    startNext();
+    m_progress.remove(job->id);
+    --m_untold;
+    endIfAllTold();
 }
 
-void BatchRun::planAll()
+FinishedJob BatchRun::finishedJob(const Job &job) const
 {
-    for (const QUrl &input : m_options.files) {
-        const auto result = TargetSizeJob(input, m_settings).plan();
-        if (const auto *planned = std::get_if<PlannedJob>(&result)) {
-            m_report.planned(*planned);
-        } else {
-            m_someFailed = true;
-            m_report.failed(input, std::get<QString>(result));
-        }
+    const auto &state = std::get<Job::Finished>(job.state());
+    const Progress &progress = *m_progress.constFind(job.id);
+    return {.input = job.input.url,
+            .outputs = state.outputURLs,
+            .originalBytes = state.originalBytes,
+            .outputBytes = state.outputBytes,
+            .limitBytes = limitOf(job.mode),
+            .attempts = progress.attempts,
+            .seconds = progress.seconds,
+            .note = state.note};
+}
+
+void BatchRun::tellFailed(const QUrl &input, const QString &message)
+{
+    m_someFailed = true;
+    m_report.failed(input.adjusted(QUrl::StripTrailingSlash), message);
+}
+
+void BatchRun::endIfAllTold()
+{
+    if (m_untold == 0) {
+        Q_EMIT done(exitCode());
     }
-    Q_EMIT done(exitCode());
 }
 
 int BatchRun::exitCode() const

@@ -3,49 +3,70 @@
 
 #pragma once
 
+#include "App/AppModel.h"
 #include "Batch/BatchOptions.h"
 #include "Batch/Report.h"
-#include "Batch/TargetSizeJob.h"
 
+#include <QElapsedTimer>
+#include <QHash>
 #include <QObject>
-#include <QThreadPool>
 #include <QTimer>
 
 #include <memory>
 
-/// Works through the files of one call, one after the other, and tells a Report about it. Lives on
+/// Takes the files of one call through the application object and tells a Report about it. Lives on
 /// the main thread, which it never blocks but at its end.
 class BatchRun : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `report` must outlive it.
-    BatchRun(BatchOptions options, const FFmpegToolset &toolset, Report &report);
+    /// `model` and `report` must outlive it.
+    BatchRun(BatchOptions options, AppModel &model, Report &report);
     ~BatchRun() override;
 
     void start();
 
-    /// Ends the running job and begins no other.
+    /// Ends the running jobs and begins no other.
     void interrupt(int signalNumber);
 
 Q_SIGNALS:
     void done(int exitCode);
 
 private:
-    void startNext();
+    /// What a report needs beside the job itself.
+    struct Progress {
+        std::optional<JobPlan> plan;
+        int attempts = 0;
+        QElapsedTimer sinceStart;
+        /// Of the run alone: neither probing nor the look at the result.
+        double seconds = 0;
+    };
+
+    QList<QUrl> usableFiles();
+    void takeIn(const QList<QUrl> &urls);
+    void enqueueAll();
     void planAll();
-    void end(const QUrl &input, const TargetSizeJob::Result &result);
+    void cancelAll();
+    void follow(const std::shared_ptr<Job> &job);
+    void tell(const std::shared_ptr<Job> &job);
+    void tellProgress(const QUrl &input, double fraction);
+    void examine(const std::shared_ptr<Job> &job);
+    void end(const std::shared_ptr<Job> &job, const std::optional<QString> &problem);
+    FinishedJob finishedJob(const Job &job) const;
+    void tellFailed(const QUrl &input, const QString &message);
+    void endIfAllTold();
     int exitCode() const;
 
     const BatchOptions m_options;
-    TargetSizeJob::Settings m_settings;
+    AppModel &m_model;
     Report &m_report;
-    // Asks the running job again to end: a child that is just being launched hears nothing yet.
+    // Asks the running jobs again to end: a child that is just being launched hears nothing yet.
     QTimer m_repeatCancel;
-    std::shared_ptr<TargetSizeJob> m_job;
-    qsizetype m_next = 0;
+    QList<QUrl> m_inputs;
+    QHash<QUuid, Progress> m_progress;
+    qsizetype m_untold = 0;
     bool m_someFailed = false;
     int m_signalNumber = 0;
-    QThreadPool m_pool;
+    BackgroundPool m_examinations;
 };

@@ -3,60 +3,47 @@
 
 #include "Batch/BatchTexts.h"
 
-#include "Engine/EngineError.h"
-#include "Engine/ExecutorError.h"
-#include "Engine/Text.h"
+#include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
-QString BatchTexts::missingFFmpeg()
-{
-    return u"FFmpeg not found. Install ffmpeg and ffprobe, and see that they can be run."_s;
-}
+namespace {
 
-QString BatchTexts::unreadable(const QString &reason)
-{
-    const QString sentence = u"Could not read this file. Is it a valid video?"_s;
-    return reason.isEmpty() ? sentence : sentence + u" (%1)"_s.arg(reason.trimmed());
-}
+struct Row {
+    BatchTexts::Sentence sentence;
+    QStringView english;
+    QStringView chinese;
+};
 
-QString BatchTexts::failure(const std::exception &error)
-{
-    if (dynamic_cast<const ExecutorError *>(&error)) {
-        return u"Still over the target after retries — trim the clip or raise the target a little."_s;
-    }
-    if (const auto *engine = dynamic_cast<const EngineError *>(&error);
-        engine && engine->kind() == EngineError::Case::processFailed) {
-        const QString words = Text::lastCharacters(engine->stderrTail().trimmed(), 160);
-        return u"FFmpeg error: "_s +
-               (words.isEmpty()
-                    ? u"it ended with code %1 and without a word"_s.arg(engine->exitCode())
-                    : words);
-    }
-    if (const auto *described = dynamic_cast<const DescribedError *>(&error)) {
-        return described->errorDescription();
-    }
-    return QString::fromUtf8(error.what());
-}
+using enum BatchTexts::Sentence;
 
-QString BatchTexts::note(const ExecutionOutcome &outcome, const JobPlan &plan)
-{
-    if (outcome.retries >= 1) {
-        return u"Auto-refitted to land under the target"_s;
-    }
-    if (plan.badgeKey == "target.alreadyfits"_L1) {
-        return u"Already under target · copied without re-encoding"_s;
-    }
-    return {};
-}
+constexpr std::array rows{
+    Row{noSuchFile, u"There is no such file.", u"文件不存在。"},
+    Row{noRegularFile, u"This is no regular file.", u"这不是普通文件。"},
+    Row{cannotBeRead, u"This file can't be read: %1$@.", u"无法读取这个文件：%1$@。"},
+    Row{empty, u"This file is empty.", u"这个文件是空的。"},
+    Row{noMediaFile, u"This is no media file by its name's extension.",
+        u"从扩展名看，这不是媒体文件。"},
+    Row{noMediaInFolder, u"There is no media file in this folder.", u"这个文件夹里没有媒体文件。"},
+    Row{tooMany, u"Only the first %1$@ files are taken at a time.",
+        u"一次最多处理前 %1$@ 个文件。"},
+    Row{cutOff, u"This film has been cut off: the result holds %1$@ of %2$@ seconds.",
+        u"这个视频不完整：结果只有 %1$@ 秒，应为 %2$@ 秒。"},
+    Row{noFilmInResult, u"FFmpeg told no error, but the result holds no film.",
+        u"FFmpeg 没有报错，但结果里没有视频。"},
+    Row{incompleteResult, u"FFmpeg told no error, but the result is incomplete.",
+        u"FFmpeg 没有报错，但结果不完整。"},
+    Row{diskFull, u"There is no space left on the disk.", u"磁盘空间不足。"},
+    Row{interrupted, u"Interrupted.", u"已中断。"},
+};
 
-QString BatchTexts::size(qint64 bytes)
+} // namespace
+
+QString BatchTexts::text(Sentence sentence, AppLanguage language, const QStringList &arguments)
 {
-    if (bytes < 1000) {
-        return u"%1 bytes"_s.arg(bytes);
-    }
-    if (bytes < 1'000'000) {
-        return Text::fixed(static_cast<double>(bytes) / 1e3, 0) + u" kB"_s;
-    }
-    return Text::fixed(static_cast<double>(bytes) / 1e6, 2) + u" MB"_s;
+    const auto row = std::ranges::find(rows, sentence, &Row::sentence);
+    const QStringView words =
+        language == AppLanguage::simplifiedChinese ? row->chinese : row->english;
+    return L10n::format(words.toString(), arguments);
 }

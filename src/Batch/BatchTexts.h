@@ -3,24 +3,32 @@
 
 #pragma once
 
-#include "Engine/PlanExecutor.h"
-#include "Models/JobPlan.h"
+#include "App/L10n.h"
 
 #include <QString>
+#include <QStringList>
 
-#include <exception>
-#include <optional>
-
-/// The sentences of the headless companion.
+/// The sentences that the headless companion has to itself; all others are those of the window.
 namespace BatchTexts {
 
-QString missingFFmpeg();
-QString unreadable(const QString &reason);
-/// What a failed run says to its user.
-QString failure(const std::exception &error);
-/// The note of a finished job; empty when there is none.
-QString note(const ExecutionOutcome &outcome, const JobPlan &plan);
-/// A size as people read it, in decimal units.
-QString size(qint64 bytes);
+enum class Sentence {
+    noSuchFile,
+    noRegularFile,
+    /// Takes the system's reason.
+    cannotBeRead,
+    empty,
+    noMediaFile,
+    noMediaInFolder,
+    /// Takes the number of files.
+    tooMany,
+    /// Takes the seconds that the result holds and those that it should hold.
+    cutOff,
+    noFilmInResult,
+    incompleteResult,
+    diskFull,
+    interrupted,
+};
+
+QString text(Sentence sentence, AppLanguage language, const QStringList &arguments = {});
 
 } // namespace BatchTexts

@@ -9,7 +9,8 @@
 /// A place as it stands on a command line.
 namespace FileArgument {
 
-/// The file URL of a path; a relative one is of the current folder. Any name is taken as it is.
+/// The file URL of a path; a relative one is of the current folder. Any name is taken as it is. A
+/// folder's ends in a slash: that is the mark by which a folder is known.
 QUrl url(const QString &path);
 
 } // namespace FileArgument

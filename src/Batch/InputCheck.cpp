@@ -3,30 +3,42 @@
 
 #include "Batch/InputCheck.h"
 
+#include "Batch/BatchTexts.h"
+#include "Engine/FolderExpander.h"
+
 #include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
+using BatchTexts::Sentence;
 
-std::optional<QString> InputCheck::problem(const QUrl &file)
+std::optional<QString> InputCheck::problem(const QUrl &url, AppLanguage language)
 {
-    const QFileInfo info(file.toLocalFile());
+    const auto sentence = [language](Sentence which, const QStringList &arguments = {}) {
+        return BatchTexts::text(which, language, arguments);
+    };
+    const QFileInfo info(url.toLocalFile());
     if (!info.exists()) {
-        return u"There is no such file."_s;
+        return sentence(Sentence::noSuchFile);
     }
     if (info.isDir()) {
-        return u"This is a folder, not a film."_s;
+        return FolderExpander::expand({url}).isEmpty()
+                   ? std::optional(sentence(Sentence::noMediaInFolder))
+                   : std::nullopt;
     }
     // Opening a pipe would wait for its writer.
     if (!info.isFile()) {
-        return u"This is no regular file."_s;
+        return sentence(Sentence::noRegularFile);
     }
     QFile input(info.filePath());
     if (!input.open(QIODevice::ReadOnly)) {
-        return u"This file can't be read: %1."_s.arg(input.errorString());
+        return sentence(Sentence::cannotBeRead, {input.errorString()});
     }
     if (info.size() == 0) {
-        return u"This file is empty."_s;
+        return sentence(Sentence::empty);
+    }
+    if (FolderExpander::expand({url}).isEmpty()) {
+        return sentence(Sentence::noMediaFile);
     }
     return std::nullopt;
 }

@@ -3,16 +3,19 @@
 
 #pragma once
 
+#include "App/L10n.h"
+
 #include <QString>
 #include <QUrl>
 
 #include <optional>
 
-/// Finds what ffprobe would say in its own words only: a file that isn't there, can't be read, is
-/// a folder or holds nothing.
+/// Finds what ffprobe would say in its own words only, or what would be passed over in silence: a
+/// file that isn't there, can't be read, holds nothing or is no media file, and a folder without
+/// any.
 namespace InputCheck {
 
-/// The sentence for the user; absent when the file is worth a probe.
-std::optional<QString> problem(const QUrl &file);
+/// The sentence for the user; absent when the file or folder is worth taking in.
+std::optional<QString> problem(const QUrl &url, AppLanguage language);
 
 } // namespace InputCheck

@@ -43,16 +43,17 @@ JsonReport::JsonReport(QFile &out) : m_out(out) {}
 
 void JsonReport::started(const QUrl &input)
 {
-    m_sinceProgress.invalidate();
+    m_sinceProgress.remove(input);
     write(lineOf(u"start"_s, input));
 }
 
 void JsonReport::progressed(const QUrl &input, double fraction)
 {
-    if (m_sinceProgress.isValid() && !m_sinceProgress.hasExpired(progressIntervalMs)) {
+    QElapsedTimer &sinceProgress = m_sinceProgress[input];
+    if (sinceProgress.isValid() && !sinceProgress.hasExpired(progressIntervalMs)) {
         return;
     }
-    m_sinceProgress.start();
+    sinceProgress.start();
     QJsonObject line = lineOf(u"progress"_s, input);
     line.insert(u"fraction"_s, fraction);
     write(line);
@@ -64,10 +65,12 @@ void JsonReport::finished(const FinishedJob &job)
     line.insert(u"outputs"_s, paths(job.outputs));
     line.insert(u"originalBytes"_s, job.originalBytes);
     line.insert(u"outputBytes"_s, job.outputBytes);
-    line.insert(u"limitBytes"_s, job.limitBytes);
+    if (job.limitBytes) {
+        line.insert(u"limitBytes"_s, *job.limitBytes);
+    }
     line.insert(u"attempts"_s, job.attempts);
     line.insert(u"seconds"_s, job.seconds);
-    line.insert(u"note"_s, job.note.isEmpty() ? QJsonValue() : QJsonValue(job.note));
+    line.insert(u"note"_s, job.note ? QJsonValue(*job.note) : QJsonValue());
     write(line);
 }
 

@@ -7,6 +7,7 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QHash>
 #include <QJsonObject>
 
 /// One JSON object a line; readers pass over keys that they don't know.
@@ -17,7 +18,7 @@ public:
     explicit JsonReport(QFile &out);
 
     void started(const QUrl &input) override;
-    /// Writes at most twice a second.
+    /// Writes at most twice a second for each input.
     void progressed(const QUrl &input, double fraction) override;
     void finished(const FinishedJob &job) override;
     void failed(const QUrl &input, const QString &message) override;
@@ -27,5 +28,5 @@ private:
     void write(const QJsonObject &object);
 
     QFile &m_out;
-    QElapsedTimer m_sinceProgress;
+    QHash<QUrl, QElapsedTimer> m_sinceProgress;
 };

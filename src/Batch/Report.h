@@ -17,13 +17,13 @@ struct FinishedJob {
     QList<QUrl> outputs;
     qint64 originalBytes = 0;
     qint64 outputBytes = 0;
-    qint64 limitBytes = 0;
+    /// Absent where no size was promised.
+    std::optional<qint64> limitBytes;
     /// All runs of the plan and of what its factories made.
     int attempts = 0;
     /// Of the encoding alone: neither probing nor the look at the result.
     double seconds = 0;
-    /// Empty when there is none.
-    QString note;
+    std::optional<QString> note;
 };
 
 /// What a dry run shows.

@@ -3,6 +3,7 @@
 
 #include "Batch/ResultCheck.h"
 
+#include "Batch/BatchTexts.h"
 #include "Engine/ProbeService.h"
 #include "Engine/ProcessRunner.h"
 #include "Engine/Text.h"
@@ -14,6 +15,7 @@
 #include <array>
 
 using namespace Qt::StringLiterals;
+using BatchTexts::Sentence;
 
 namespace {
 
@@ -73,31 +75,31 @@ bool isDiskFull(const QUrl &output)
     return disk.isValid() && disk.bytesAvailable() < fullBelowBytes;
 }
 
-QString withCause(const QString &sentence, const QUrl &output)
-{
-    return isDiskFull(output) ? sentence + u" There is no space left on the disk."_s : sentence;
-}
-
 } // namespace
 
 std::optional<QString> ResultCheck::problem(const VideoFile &input, const JobPlan &plan,
-                                            const QUrl &ffprobe)
+                                            const QUrl &ffprobe, AppLanguage language)
 {
     const double expected = expectedSeconds(plan);
     const QUrl &output = plan.finalOutputURLs.first();
+    const auto withCause = [&](Sentence sentence) {
+        const QString words = BatchTexts::text(sentence, language);
+        return isDiskFull(output) ? words + u' ' + BatchTexts::text(Sentence::diskFull, language)
+                                  : words;
+    };
     const Result result = resultAt(output, ffprobe);
     const bool isShort = result.seconds < expected - toleratedSeconds;
     // Being short alone is no fault: replacement audio ends a film early, and a subtitle may
     // outlast the picture.
     if (isShort && endsTooEarly(input.url, ffprobe)) {
-        return u"This film has been cut off: the result holds %1 of %2 seconds."_s.arg(
-            Text::fixed(result.seconds, 1), Text::fixed(expected, 1));
+        return BatchTexts::text(Sentence::cutOff, language,
+                                {Text::fixed(result.seconds, 1), Text::fixed(expected, 1)});
     }
     if (!result.isFilm || (!result.isReadable && isDiskFull(output))) {
-        return withCause(u"FFmpeg told no error, but the result holds no film."_s, output);
+        return withCause(Sentence::noFilmInResult);
     }
     if (result.isReadable && endsTooEarly(output, ffprobe)) {
-        return withCause(u"FFmpeg told no error, but the result is incomplete."_s, output);
+        return withCause(Sentence::incompleteResult);
     }
     return std::nullopt;
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "App/L10n.h"
 #include "Models/JobPlan.h"
 #include "Models/VideoFile.h"
 
@@ -17,6 +18,7 @@ namespace ResultCheck {
 
 /// The sentence for the user; absent when nothing speaks against the result. Blocks for ffprobe,
 /// which reads the whole result and, when that is too short, the whole input.
-std::optional<QString> problem(const VideoFile &input, const JobPlan &plan, const QUrl &ffprobe);
+std::optional<QString> problem(const VideoFile &input, const JobPlan &plan, const QUrl &ffprobe,
+                               AppLanguage language);
 
 } // namespace ResultCheck

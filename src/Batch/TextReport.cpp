@@ -3,11 +3,12 @@
 
 #include "Batch/TextReport.h"
 
-#include "Batch/BatchTexts.h"
+#include "App/Fmt.h"
 #include "Batch/ShellQuoting.h"
 #include "Engine/Text.h"
 
 #include <cmath>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -32,12 +33,11 @@ QString nameOf(const QUrl &url)
     return printable(url.fileName());
 }
 
-QString shareOfLimit(const FinishedJob &job)
+QString shareOfLimit(const FinishedJob &job, qint64 limitBytes)
 {
-    return Text::fixed(100.0 * static_cast<double>(job.outputBytes) /
-                           static_cast<double>(job.limitBytes),
-                       1) +
-           u" % of "_s + BatchTexts::size(job.limitBytes);
+    return Text::fixed(
+               100.0 * static_cast<double>(job.outputBytes) / static_cast<double>(limitBytes), 1) +
+           u" % of "_s + Fmt::bytes(limitBytes);
 }
 
 QString attempts(int count)
@@ -61,33 +61,49 @@ void TextReport::started(const QUrl &input)
 
 void TextReport::progressed(const QUrl &input, double fraction)
 {
-    if (m_bar == Bar::hidden) {
+    m_running.insert(input, fraction);
+    showBar();
+}
+
+void TextReport::showBar()
+{
+    if (m_bar == Bar::hidden || m_running.isEmpty()) {
         return;
     }
+    const auto count = static_cast<double>(m_running.size());
+    const double fraction = std::accumulate(m_running.begin(), m_running.end(), 0.0) / count;
+    const QString names =
+        m_running.size() == 1 ? nameOf(m_running.firstKey()) : u"%1 files"_s.arg(m_running.size());
     const int filled = static_cast<int>(std::lround(fraction * barWidth));
     const QString bar = QString(filled, u'█') + QString(barWidth - filled, u'░');
-    m_out.write(u"\r\x1b[K%1 %2 % %3"_s
-                    .arg(bar, Text::fixed(fraction * 100, 0).rightJustified(3), nameOf(input))
-                    .toUtf8());
+    m_out.write(
+        u"\r\x1b[K%1 %2 % %3"_s.arg(bar, Text::fixed(fraction * 100, 0).rightJustified(3), names)
+            .toUtf8());
     m_out.flush();
 }
 
 void TextReport::finished(const FinishedJob &job)
 {
-    QString line = u"%1: %2 → %3, %4, %5, %6 s → %7"_s.arg(
-        nameOf(job.input), BatchTexts::size(job.originalBytes), BatchTexts::size(job.outputBytes),
-        shareOfLimit(job), attempts(job.attempts), Text::fixed(job.seconds, 1),
-        printable(job.outputs.first().toLocalFile()));
-    if (!job.note.isEmpty()) {
-        line += u" ("_s + job.note + u')';
+    QStringList facts{Fmt::bytes(job.originalBytes) + u" → "_s + Fmt::bytes(job.outputBytes)};
+    if (job.limitBytes) {
+        facts += shareOfLimit(job, *job.limitBytes);
     }
+    facts += attempts(job.attempts);
+    facts += Text::fixed(job.seconds, 1) + u" s"_s;
+    QString line = nameOf(job.input) + u": "_s + facts.join(u", "_s) + u" → "_s +
+                   printable(job.outputs.first().toLocalFile());
+    if (job.note) {
+        line += u" ("_s + *job.note + u')';
+    }
+    m_running.remove(job.input);
     writeLine(m_out, line);
 }
 
 void TextReport::failed(const QUrl &input, const QString &message)
 {
     // ffmpeg's words may fill several lines and repeat the name.
-    const QString sentence = QString(message).replace(u'\n', u' ');
+    m_running.remove(input);
+    const QString sentence = message.trimmed().replace(u'\n', u' ');
     writeLine(m_errors, printable(input.toLocalFile() + u": "_s + sentence));
 }
 
@@ -121,4 +137,5 @@ void TextReport::writeLine(QFile &file, const QString &line)
     clearBar();
     file.write(line.toUtf8() + '\n');
     file.flush();
+    showBar();
 }

@@ -6,8 +6,9 @@
 #include "Batch/Report.h"
 
 #include <QFile>
+#include <QMap>
 
-/// A line a job for people, with a bar that moves while the job runs where a terminal shows it.
+/// A line a job for people, with one bar that moves while jobs run where a terminal shows it.
 class TextReport : public Report
 {
 public:
@@ -23,10 +24,13 @@ public:
     void planned(const PlannedJob &job) override;
 
 private:
+    void showBar();
     void clearBar();
     void writeLine(QFile &file, const QString &line);
 
     QFile &m_out;
     QFile &m_errors;
     Bar m_bar;
+    // Of the jobs that run, by input.
+    QMap<QUrl, double> m_running;
 };

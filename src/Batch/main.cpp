@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Morvix authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "App/AppModel.h"
+#include "App/SignalWatcher.h"
 #include "Batch/BatchOptions.h"
 #include "Batch/BatchRun.h"
-#include "Batch/BatchTexts.h"
 #include "Batch/ExitCode.h"
 #include "Batch/JsonReport.h"
-#include "Batch/SignalWatcher.h"
 #include "Batch/TextReport.h"
-#include "Engine/FFmpegLocator.h"
+#include "Platform/SilentServices.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -66,16 +66,16 @@ std::unique_ptr<Report> makeReport(const BatchOptions &options, Streams &streams
 
 int work(const BatchOptions &options, Streams &streams)
 {
-    FFmpegLocator &locator = FFmpegLocator::shared();
-    locator.searched = true;
-    locator.toolset = locator.discover();
-    if (!locator.toolset) {
-        streams.complain(BatchTexts::missingFFmpeg());
+    SignalWatcher signalWatcher;
+    // The user's settings are read as the window reads them, and never written.
+    AppModel model(Settings(Settings::defaultPath(), Settings::Writing::dropped),
+                   makeHeadlessServices());
+    if (!model.toolset()) {
+        streams.complain(model.t(u"settings.ffmpeg.missing"_s));
         return ExitCode::noFFmpeg;
     }
     const std::unique_ptr<Report> report = makeReport(options, streams);
-    BatchRun run(options, *locator.toolset, *report);
-    SignalWatcher signalWatcher;
+    BatchRun run(options, model, *report);
     QObject::connect(&signalWatcher, &SignalWatcher::caught, &run, &BatchRun::interrupt);
     QObject::connect(&run, &BatchRun::done, qApp, &QCoreApplication::exit, Qt::QueuedConnection);
     QMetaObject::invokeMethod(&run, &BatchRun::start, Qt::QueuedConnection);

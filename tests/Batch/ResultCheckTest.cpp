@@ -48,7 +48,7 @@ protected:
         plan.finalOutputURLs = {QUrl::fromLocalFile(output)};
         VideoFile file;
         file.url = QUrl::fromLocalFile(input);
-        return ResultCheck::problem(file, plan, Clips::tools().ffprobeURL);
+        return ResultCheck::problem(file, plan, Clips::tools().ffprobeURL, AppLanguage::english);
     }
 
     TempFolder m_folder;
