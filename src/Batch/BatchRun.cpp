@@ -61,9 +61,6 @@ void BatchRun::start()
     if (m_options.outputDirectory) {
         m_model.setOutputDirectoryPath(m_options.outputDirectory->toLocalFile());
     }
-    if (m_options.jobsAtOnce) {
-        m_model.setQueueConcurrency(*m_options.jobsAtOnce);
-    }
     const QList<QUrl> usable = usableFiles();
     if (usable.isEmpty()) {
         Q_EMIT done(exitCode());
@@ -128,6 +125,10 @@ void BatchRun::enqueueAll()
     if (isDry) {
         planAll();
         return;
+    }
+    // Behind the jobs: workers that this starts before there is one would end at once, for good.
+    if (m_options.jobsAtOnce) {
+        m_model.setQueueConcurrency(*m_options.jobsAtOnce);
     }
     m_untold = m_model.jobs().size();
     for (const std::shared_ptr<Job> &job : m_model.jobs()) {

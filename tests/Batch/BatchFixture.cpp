@@ -30,16 +30,17 @@ CommandResult BatchFixture::batch(const QStringList &args,
 {
     QMap<QString, QString> variables = environment;
     variables.insert(u"TMPDIR"_s, m_temporary.path());
+    variables.insert(u"XDG_CONFIG_HOME"_s, m_configuration.path());
     return runCommand(u"/usr/bin/env"_s, QStringList{u"-C"_s, m_films.path(), m_program} + args,
                       variables);
 }
 
 CommandResult BatchFixture::batchBehind(const QStringList &command, const QStringList &args)
 {
-    return runCommand(u"/usr/bin/env"_s,
-                      QStringList{u"-C"_s, m_films.path()} + command + QStringList{m_program} +
-                          args,
-                      {{u"TMPDIR"_s, m_temporary.path()}});
+    return runCommand(
+        u"/usr/bin/env"_s,
+        QStringList{u"-C"_s, m_films.path()} + command + QStringList{m_program} + args,
+        {{u"TMPDIR"_s, m_temporary.path()}, {u"XDG_CONFIG_HOME"_s, m_configuration.path()}});
 }
 
 void BatchFixture::installFFmpeg(const QByteArray &body)
@@ -53,6 +54,11 @@ void BatchFixture::installFFmpeg(const QByteArray &body)
     m_installation.writeExecutable(u"libexec/morvix/ffprobe"_s,
                                    "#!/bin/sh\nexec '" + tools.ffprobeURL.toLocalFile().toUtf8() +
                                        "' \"$@\"\n");
+}
+
+void BatchFixture::writeSettings(const QByteArray &lines)
+{
+    m_configuration.write(u"Morvix/Morvix.conf"_s, "[General]\n" + lines);
 }
 
 QByteArray BatchFixture::checksum(const QString &path)

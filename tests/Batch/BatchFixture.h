@@ -33,6 +33,9 @@ protected:
     /// these calls from 1, "$ffmpeg" is the real one. The ffprobe beside it is the real one.
     void installFFmpeg(const QByteArray &body);
 
+    /// Writes the user's settings, one "key=value" a line.
+    void writeSettings(const QByteArray &lines);
+
     static QByteArray checksum(const QString &path);
     /// The lines of a JSON report; the test fails when one doesn't read.
     static QList<QJsonObject> objects(const QByteArray &out);
@@ -40,6 +43,8 @@ protected:
 
     const TempFolder m_films;
     const TempFolder m_temporary;
+    // The user's settings, which are none at first.
+    const TempFolder m_configuration;
     // The program is a copy: tools in ../libexec/morvix go before those of the machine.
     const TempFolder m_installation;
     const QString m_program;

@@ -222,3 +222,24 @@ TEST(BatchOptions, a_limit_is_a_positive_number_of_megabytes)
     EXPECT_EQ(refusal({u"targetSize"_s, u"targetMB=1e9"_s, u"a.mp4"_s}), QString());
     EXPECT_EQ(refusal({u"targetSize"_s, u"targetMB=0.001"_s, u"a.mp4"_s}), QString());
 }
+
+TEST(BatchOptions, the_number_of_jobs_is_a_whole_number_from_one)
+{
+    const auto jobs = [](const QString &count) {
+        return BatchOptions::parse({u"targetSize"_s, u"--jobs"_s, count, u"/a.mp4"_s}).jobsAtOnce;
+    };
+    EXPECT_EQ(BatchOptions::parse({u"targetSize"_s, u"/a.mp4"_s}).jobsAtOnce, std::nullopt);
+    EXPECT_EQ(jobs(u"1"_s), 1);
+    EXPECT_EQ(jobs(u"50"_s), 50);
+    for (const QString &count : {u"0"_s, u"-1"_s, u"two"_s, u"1.5"_s, u""_s, u" 2"_s}) {
+        EXPECT_EQ(refusal({u"targetSize"_s, u"--jobs="_s + count, u"/a.mp4"_s}),
+                  u"--jobs expects a whole number from 1"_s)
+            << count.toStdString();
+    }
+}
+
+TEST(BatchOptions, a_folder_is_marked_by_a_slash)
+{
+    EXPECT_EQ(paths(BatchOptions::parse({u"targetSize"_s, u"/usr"_s, u"/usr/bin/"_s, u"/"_s})),
+              (QStringList{u"/usr/"_s, u"/usr/bin/"_s, u"/"_s}));
+}
