@@ -47,4 +47,11 @@ struct EncodeAttempt {
 /// The steps of one attempt: "encode", or "pass1" and "pass2".
 QList<FFmpegStep> encodeSteps(const EncodeAttempt &attempt);
 
+/// Changes the container and encodes only what the new one can't hold. One step, "convert", in one
+/// of three grades that the badge names: all copied, the picture copied, or all encoded anew.
+/// Throws BuilderError (vp9Unavailable) for WebM on a build without libvpx-vp9.
+JobPlan convert(const VideoFile &file, const ConvertParams &params, const FFmpegToolset &toolset,
+                const std::optional<QUrl> &outputDirectory,
+                const std::optional<QString> &namingTemplate);
+
 } // namespace CommandBuilder
