@@ -47,4 +47,37 @@ struct EncodeAttempt {
 /// The steps of one attempt: "encode", or "pass1" and "pass2".
 QList<FFmpegStep> encodeSteps(const EncodeAttempt &attempt);
 
+/// Changes the container and encodes only what the new one can't hold. One step, "convert", in one
+/// of three grades that the badge names: all copied, the picture copied, or all encoded anew.
+/// Throws BuilderError (vp9Unavailable) for WebM on a build without libvpx-vp9.
+JobPlan convert(const VideoFile &file, const ConvertParams &params, const FFmpegToolset &toolset,
+                const std::optional<QUrl> &outputDirectory,
+                const std::optional<QString> &namingTemplate);
+
+/// Shrinks a film by quality rather than to a size. One step, "compress"; always an MP4. Without a
+/// toolset x264 counts as unavailable. Never throws.
+JobPlan compress(const VideoFile &file, const CompressParams &params,
+                 const std::optional<FFmpegToolset> &toolset,
+                 const std::optional<QUrl> &outputDirectory,
+                 const std::optional<QString> &namingTemplate);
+
+/// How far compress() goes.
+struct CompressMeasure {
+    /// Share of the source's video rate that is kept.
+    double share = 1;
+    /// Height cap in pixels, unchecked: a custom one may be above the source's height, or below 1.
+    std::optional<qint64> maxHeight;
+
+    bool operator==(const CompressMeasure &) const = default;
+};
+CompressMeasure compressMeasure(const VideoFile &file, const CompressParams &params);
+
+/// The video rate of compress() in kilobits per second: the share of the source's, less as the cap
+/// takes pixels away, never below 300.
+qint64 compressVideoKbps(const VideoFile &file, const CompressParams &params);
+
+/// The encoder of compress() where no alpha is kept: the automatic choice leaves HEVC in HEVC.
+QString compressEncoder(const VideoFile &file, CodecChoice codec,
+                        const std::optional<FFmpegToolset> &toolset);
+
 } // namespace CommandBuilder
