@@ -17,6 +17,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// What a track of unknown rate is taken to have.
+constexpr qint64 assumedAudioBps = 128'000;
+
+constexpr qint64 defaultAudioKbps = 160;
+
 /// A shape that a crop cuts to.
 struct Ratio {
     qint64 width;
@@ -215,6 +220,38 @@ QStringList CommandBuilder::pixelFormatArgs(const VideoFile &file, const Advance
     return {u"-pix_fmt"_s, u"yuv420p"_s};
 }
 
+qint64 CommandBuilder::sourceAudioBitrateBps(const VideoFile &file)
+{
+    if (file.audioStreams.isEmpty()) {
+        return 0;
+    }
+    const qint64 declared = file.audioStreams.first().bitrateBps.value_or(0);
+    return declared >= 1 ? declared : assumedAudioBps;
+}
+
+qint64 CommandBuilder::sourceVideoBitrateBps(const VideoFile &file)
+{
+    if (file.videoBitrateBps.value_or(0) > 0) {
+        return *file.videoBitrateBps;
+    }
+    return std::max<qint64>(file.totalBitrateBps() - sourceAudioBitrateBps(file), 0);
+}
+
+qint64 CommandBuilder::shareOfSourceKbps(const VideoFile &file, double share)
+{
+    const double kbps = static_cast<double>(sourceVideoBitrateBps(file)) / 1000.0 * share;
+    return static_cast<qint64>(std::max(kbps, lowestShareKbps));
+}
+
+QStringList CommandBuilder::qualityOrRateArgs(const AdvancedOptions &advanced,
+                                              const QString &encoder, qint64 videoKbps)
+{
+    if (encoder == "libx264"_L1 && advanced.crf) {
+        return {u"-crf"_s, QString::number(*advanced.crf)};
+    }
+    return {u"-b:v"_s, QString::number(videoKbps) + u'k'};
+}
+
 QString CommandBuilder::advancedEncoder(const AdvancedOptions &advanced,
                                         const FFmpegToolset &toolset, OutputContainer container)
 {
@@ -273,6 +310,31 @@ CommandBuilder::convertAudioSpec(const VideoFile &file, const ConvertParams &par
                                             : ConvertAudioSpec{u"aac"_s, u"aac"_s};
     }
     Q_UNREACHABLE();
+}
+
+qint64 CommandBuilder::encodedAudioKbps(const AdvancedOptions &advanced)
+{
+    return advanced.audioBitrateKbps.value_or(defaultAudioKbps);
+}
+
+std::optional<QString> CommandBuilder::firstAudioCodec(const VideoFile &file)
+{
+    if (file.audioStreams.isEmpty()) {
+        return std::nullopt;
+    }
+    return file.audioStreams.first().codec;
+}
+
+QStringList CommandBuilder::mp4AudioArgs(const VideoFile &file, const AdvancedOptions &advanced)
+{
+    const bool isCopied = !advanced.replacementAudioURL && !advanced.audioBitrateKbps &&
+                          CodecCompat::audioOK(firstAudioCodec(file), OutputContainer::mp4);
+    if (isCopied) {
+        return QStringList{u"-c:a"_s, u"copy"_s} + volumeArgs(advanced);
+    }
+    return QStringList{u"-c:a"_s, u"aac"_s, u"-b:a"_s,
+                       QString::number(encodedAudioKbps(advanced)) + u'k'} +
+           volumeArgs(advanced);
 }
 
 QStringList CommandBuilder::rateArgs(const AdvancedOptions &advanced)

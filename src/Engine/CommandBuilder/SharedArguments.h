@@ -76,6 +76,24 @@ bool advancedNeedsVideoReencode(const AdvancedOptions &advanced);
 QStringList pixelFormatArgs(const VideoFile &file, const AdvancedOptions &advanced,
                             const QString &encoder);
 
+/// Bits per second of the source's sound: the first track's, 128000 where it isn't known, 0 without
+/// a track.
+qint64 sourceAudioBitrateBps(const VideoFile &file);
+
+/// Bits per second of the source's picture: what is declared, else what the sound leaves of the
+/// whole; never below 0.
+qint64 sourceVideoBitrateBps(const VideoFile &file);
+
+/// The kilobits per second below which no encode at a share of the source's rate goes.
+inline constexpr double lowestShareKbps = 300.0;
+
+/// A share of the source's picture rate in whole kilobits per second, never below lowestShareKbps.
+qint64 shareOfSourceKbps(const VideoFile &file, double share);
+
+/// "-crf" where the encoder is x264 and a factor is chosen, else "-b:v" at the rate.
+QStringList qualityOrRateArgs(const AdvancedOptions &advanced, const QString &encoder,
+                              qint64 videoKbps);
+
 /// The encoder for a choice and a container.
 QString advancedEncoder(const AdvancedOptions &advanced, const FFmpegToolset &toolset,
                         OutputContainer container);
@@ -93,6 +111,17 @@ struct ConvertAudioSpec {
 /// Absent means that the audio is copied.
 std::optional<ConvertAudioSpec> convertAudioSpec(const VideoFile &file, const ConvertParams &params,
                                                  OutputContainer container);
+
+/// Kilobits per second of sound that is encoded where the action has no budget of its own: the
+/// chosen rate, or 160.
+qint64 encodedAudioKbps(const AdvancedOptions &advanced);
+
+/// The first audio track's codec; absent without a track.
+std::optional<QString> firstAudioCodec(const VideoFile &file);
+
+/// The audio group of an MP4 that keeps its sound: a copy where the first track fits and no option
+/// asks for another, else AAC; then the gain, which ffmpeg refuses behind a copy.
+QStringList mp4AudioArgs(const VideoFile &file, const AdvancedOptions &advanced);
 
 /// "-r" with the frame-rate cap, when there is one of at least 1.
 QStringList rateArgs(const AdvancedOptions &advanced);

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <tuple>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -721,4 +722,105 @@ TEST(SharedArguments, the_gain_has_one_decimal)
 TEST(SharedArguments, an_mp4_carries_its_index_at_its_head)
 {
     EXPECT_EQ(CommandBuilder::fastStartArgs(), words("-movflags +faststart"));
+}
+
+TEST(SharedArguments, the_source_s_audio_rate_is_that_of_the_first_track)
+{
+    VideoFile file = soundOf({u"aac"_s, u"aac"_s});
+    EXPECT_EQ(CommandBuilder::sourceAudioBitrateBps(VideoFile()), 0);
+    EXPECT_EQ(CommandBuilder::sourceAudioBitrateBps(file), 128'000);
+
+    file.audioStreams.last().bitrateBps = 64'000;
+    EXPECT_EQ(CommandBuilder::sourceAudioBitrateBps(file), 128'000);
+
+    const std::vector<std::pair<qint64, qint64>> rows{
+        {-1, 128'000}, {0, 128'000}, {1, 1}, {96'000, 96'000}};
+    for (const auto &[declared, expected] : rows) {
+        file.audioStreams.first().bitrateBps = declared;
+        EXPECT_EQ(CommandBuilder::sourceAudioBitrateBps(file), expected);
+    }
+}
+
+TEST(SharedArguments, the_source_s_video_rate_is_declared_or_what_the_sound_leaves)
+{
+    VideoFile file = soundOf({u"aac"_s});
+    file.durationSeconds = 8;
+    file.fileSizeBytes = 1'000'000;
+    EXPECT_EQ(CommandBuilder::sourceVideoBitrateBps(file), 872'000);
+
+    const std::vector<std::pair<qint64, qint64>> rows{{-1, 872'000}, {0, 872'000}, {1, 1}};
+    for (const auto &[declared, expected] : rows) {
+        file.videoBitrateBps = declared;
+        EXPECT_EQ(CommandBuilder::sourceVideoBitrateBps(file), expected);
+    }
+
+    file.videoBitrateBps.reset();
+    file.fileSizeBytes = 1'000;
+    EXPECT_EQ(CommandBuilder::sourceVideoBitrateBps(file), 0);
+}
+
+TEST(SharedArguments, a_share_of_the_source_s_rate_is_cut_to_whole_kilobits_and_never_below_300)
+{
+    VideoFile file;
+    const std::vector<std::tuple<qint64, double, qint64>> rows{
+        {4'000'000, 0.85, 3400}, {4'000'000, 0.7, 2800}, {1'234'567, 0.85, 1049},
+        {354'000, 0.85, 300},    {1'000, 0.85, 300},     {355'000, 0.85, 301},
+    };
+    for (const auto &[bps, share, expected] : rows) {
+        file.videoBitrateBps = bps;
+        EXPECT_EQ(CommandBuilder::shareOfSourceKbps(file, share), expected);
+    }
+}
+
+TEST(SharedArguments, a_quality_is_for_x264_alone)
+{
+    AdvancedOptions advanced;
+    EXPECT_EQ(CommandBuilder::qualityOrRateArgs(advanced, u"libx264"_s, 900), words("-b:v 900k"));
+
+    advanced.crf = 20;
+    EXPECT_EQ(CommandBuilder::qualityOrRateArgs(advanced, u"libx264"_s, 900), words("-crf 20"));
+    EXPECT_EQ(CommandBuilder::qualityOrRateArgs(advanced, u"hevc_videotoolbox"_s, 900),
+              words("-b:v 900k"));
+}
+
+TEST(SharedArguments, sound_is_encoded_at_the_chosen_rate_or_at_160)
+{
+    AdvancedOptions advanced;
+    EXPECT_EQ(CommandBuilder::encodedAudioKbps(advanced), 160);
+    advanced.audioBitrateKbps = 0;
+    EXPECT_EQ(CommandBuilder::encodedAudioKbps(advanced), 0);
+}
+
+TEST(SharedArguments, the_first_track_s_codec_is_absent_without_a_track)
+{
+    EXPECT_EQ(CommandBuilder::firstAudioCodec(VideoFile()), std::nullopt);
+    EXPECT_EQ(CommandBuilder::firstAudioCodec(soundOf({QString(), u"aac"_s})), QString());
+    EXPECT_EQ(CommandBuilder::firstAudioCodec(soundOf({u"AAC"_s, u"mp3"_s})), u"AAC"_s);
+}
+
+TEST(SharedArguments, the_sound_of_an_mp4_is_copied_where_it_fits_and_is_left_alone)
+{
+    AdvancedOptions chosenRate;
+    chosenRate.audioBitrateKbps = 96;
+    AdvancedOptions louderAtARate = chosenRate;
+    louderAtARate.volumeDb = 3;
+    struct Row {
+        QString codec;
+        AdvancedOptions advanced;
+        const char *expected;
+    };
+    const std::vector<Row> rows{
+        {u"aac"_s, {}, "-c:a copy"},
+        {QString(), {}, "-c:a copy"},
+        {u"opus"_s, {}, "-c:a aac -b:a 160k"},
+        {u"aac"_s, withVolume(3), "-c:a copy -af volume=3.0dB"},
+        {u"opus"_s, withVolume(3), "-c:a aac -b:a 160k -af volume=3.0dB"},
+        {u"aac"_s, chosenRate, "-c:a aac -b:a 96k"},
+        {u"aac"_s, louderAtARate, "-c:a aac -b:a 96k -af volume=3.0dB"},
+        {u"aac"_s, withReplacement(u"/b.m4a"_s), "-c:a aac -b:a 160k"},
+    };
+    for (const Row &row : rows) {
+        EXPECT_EQ(CommandBuilder::mp4AudioArgs(soundOf({row.codec}), row.advanced),
+                  words(row.expected));
+    }
 }
