@@ -47,4 +47,10 @@ struct EncodeAttempt {
 /// The steps of one attempt: "encode", or "pass1" and "pass2".
 QList<FFmpegStep> encodeSteps(const EncodeAttempt &attempt);
 
+/// Takes one audio track out as a file, by copy where an M4A is wanted and takes it. A track beyond
+/// the list counts as the nearest. Throws BuilderError::noAudioTrack.
+JobPlan extract(const VideoFile &file, const ExtractParams &params,
+                const std::optional<QUrl> &outputDirectory,
+                const std::optional<QString> &namingTemplate);
+
 } // namespace CommandBuilder
