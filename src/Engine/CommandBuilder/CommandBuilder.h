@@ -53,4 +53,11 @@ JobPlan extract(const VideoFile &file, const ExtractParams &params,
                 const std::optional<QUrl> &outputDirectory,
                 const std::optional<QString> &namingTemplate);
 
+/// Keeps the segments in the order of their starts, as one joined file or one file each: by copy
+/// from keyframes, or encoded where the parameters ask for it. Segments of up to 0.05 seconds are
+/// left out. Throws BuilderError::noSegments when none is left.
+JobPlan trim(const VideoFile &file, const TrimParams &params,
+             const std::optional<QUrl> &outputDirectory,
+             const std::optional<QString> &namingTemplate);
+
 } // namespace CommandBuilder
