@@ -60,4 +60,9 @@ JobPlan trim(const VideoFile &file, const TrimParams &params,
              const std::optional<QUrl> &outputDirectory,
              const std::optional<QString> &namingTemplate);
 
+/// Makes an animated GIF of a stretch, over a palette of its own. Never throws.
+JobPlan gif(const VideoFile &file, const GifParams &params,
+            const std::optional<QUrl> &outputDirectory,
+            const std::optional<QString> &namingTemplate);
+
 } // namespace CommandBuilder
