@@ -79,5 +79,22 @@ qint64 compressVideoKbps(const VideoFile &file, const CompressParams &params);
 /// The encoder of compress() where no alpha is kept: the automatic choice leaves HEVC in HEVC.
 QString compressEncoder(const VideoFile &file, CodecChoice codec,
                         const std::optional<FFmpegToolset> &toolset);
+/// Takes one audio track out as a file, by copy where an M4A is wanted and takes it. A track beyond
+/// the list counts as the nearest. Throws BuilderError::noAudioTrack.
+JobPlan extract(const VideoFile &file, const ExtractParams &params,
+                const std::optional<QUrl> &outputDirectory,
+                const std::optional<QString> &namingTemplate);
+
+/// Keeps the segments in the order of their starts, as one joined file or one file each: by copy
+/// from keyframes, or encoded where the parameters ask for it. Segments of up to 0.05 seconds are
+/// left out. Throws BuilderError::noSegments when none is left.
+JobPlan trim(const VideoFile &file, const TrimParams &params,
+             const std::optional<QUrl> &outputDirectory,
+             const std::optional<QString> &namingTemplate);
+
+/// Makes an animated GIF of a stretch, over a palette of its own. Never throws.
+JobPlan gif(const VideoFile &file, const GifParams &params,
+            const std::optional<QUrl> &outputDirectory,
+            const std::optional<QString> &namingTemplate);
 
 } // namespace CommandBuilder

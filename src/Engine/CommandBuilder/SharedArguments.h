@@ -6,6 +6,7 @@
 #include "Engine/CommandBuilder/BuilderError.h"
 #include "Engine/FFmpegToolset.h"
 #include "Models/JobParams.h"
+#include "Models/JobPlan.h"
 #include "Models/VideoFile.h"
 
 #include <QString>
@@ -131,5 +132,24 @@ QStringList volumeArgs(const AdvancedOptions &advanced);
 
 /// Puts the index at the head of an MP4, so that it plays while it loads.
 QStringList fastStartArgs();
+
+/// The same, for an output that keeps its source's container: empty but for "mp4", "mov" and "m4v".
+QStringList fastStartArgs(const QString &extension);
+
+/// The extension of a part that is cut out of the file: the source's in lower case, "mp4" where
+/// parts aren't written in the source's container.
+QString cutExtension(const VideoFile &file);
+
+/// Seconds from the start to the end, never below 0.
+double segmentLength(const TrimSegment &segment);
+
+/// Seek and length before the input: the reader makes the cut.
+QStringList segmentSeekArgs(const TrimSegment &segment);
+
+/// The step "cut": one segment by copy, from the keyframe before its start.
+FFmpegStep copyCutStep(const VideoFile &file, const TrimSegment &segment, const QUrl &output);
+
+/// The list that the concat demuxer reads. A quote in a path isn't escaped and ends the path early.
+PrepFile concatList(const QUrl &url, const QList<QUrl> &files);
 
 } // namespace CommandBuilder
