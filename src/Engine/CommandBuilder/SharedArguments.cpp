@@ -17,6 +17,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// What a track of unknown rate is taken to have.
+constexpr qint64 assumedAudioBps = 128'000;
+
+constexpr qint64 defaultAudioKbps = 160;
+
 /// A shape that a crop cuts to.
 struct Ratio {
     qint64 width;
@@ -82,6 +87,14 @@ std::optional<QString> scaleFilter(const VideoFile &file, std::optional<qint64> 
     }
     const qint64 height = std::min(maxHeight.value_or(*file.height), *file.height);
     return u"scale=-2:"_s + QString::number(height);
+}
+
+// What follows the last dot of the name; the dot of a hidden file starts none.
+QString extensionOf(const QUrl &url)
+{
+    const QString name = QFileInfo(Text::path(url)).fileName();
+    const qsizetype dot = name.lastIndexOf(u'.');
+    return dot > 0 ? name.sliced(dot + 1) : QString();
 }
 
 bool hasReplacement(const AdvancedOptions &advanced, bool muted)
@@ -215,6 +228,38 @@ QStringList CommandBuilder::pixelFormatArgs(const VideoFile &file, const Advance
     return {u"-pix_fmt"_s, u"yuv420p"_s};
 }
 
+qint64 CommandBuilder::sourceAudioBitrateBps(const VideoFile &file)
+{
+    if (file.audioStreams.isEmpty()) {
+        return 0;
+    }
+    const qint64 declared = file.audioStreams.first().bitrateBps.value_or(0);
+    return declared >= 1 ? declared : assumedAudioBps;
+}
+
+qint64 CommandBuilder::sourceVideoBitrateBps(const VideoFile &file)
+{
+    if (file.videoBitrateBps.value_or(0) > 0) {
+        return *file.videoBitrateBps;
+    }
+    return std::max<qint64>(file.totalBitrateBps() - sourceAudioBitrateBps(file), 0);
+}
+
+qint64 CommandBuilder::shareOfSourceKbps(const VideoFile &file, double share)
+{
+    const double kbps = static_cast<double>(sourceVideoBitrateBps(file)) / 1000.0 * share;
+    return static_cast<qint64>(std::max(kbps, lowestShareKbps));
+}
+
+QStringList CommandBuilder::qualityOrRateArgs(const AdvancedOptions &advanced,
+                                              const QString &encoder, qint64 videoKbps)
+{
+    if (encoder == "libx264"_L1 && advanced.crf) {
+        return {u"-crf"_s, QString::number(*advanced.crf)};
+    }
+    return {u"-b:v"_s, QString::number(videoKbps) + u'k'};
+}
+
 QString CommandBuilder::advancedEncoder(const AdvancedOptions &advanced,
                                         const FFmpegToolset &toolset, OutputContainer container)
 {
@@ -275,6 +320,31 @@ CommandBuilder::convertAudioSpec(const VideoFile &file, const ConvertParams &par
     Q_UNREACHABLE();
 }
 
+qint64 CommandBuilder::encodedAudioKbps(const AdvancedOptions &advanced)
+{
+    return advanced.audioBitrateKbps.value_or(defaultAudioKbps);
+}
+
+std::optional<QString> CommandBuilder::firstAudioCodec(const VideoFile &file)
+{
+    if (file.audioStreams.isEmpty()) {
+        return std::nullopt;
+    }
+    return file.audioStreams.first().codec;
+}
+
+QStringList CommandBuilder::mp4AudioArgs(const VideoFile &file, const AdvancedOptions &advanced)
+{
+    const bool isCopied = !advanced.replacementAudioURL && !advanced.audioBitrateKbps &&
+                          CodecCompat::audioOK(firstAudioCodec(file), OutputContainer::mp4);
+    if (isCopied) {
+        return QStringList{u"-c:a"_s, u"copy"_s} + volumeArgs(advanced);
+    }
+    return QStringList{u"-c:a"_s, u"aac"_s, u"-b:a"_s,
+                       QString::number(encodedAudioKbps(advanced)) + u'k'} +
+           volumeArgs(advanced);
+}
+
 QStringList CommandBuilder::rateArgs(const AdvancedOptions &advanced)
 {
     if (advanced.fpsCap.value_or(0) < 1) {
@@ -291,7 +361,33 @@ QStringList CommandBuilder::volumeArgs(const AdvancedOptions &advanced)
     return {u"-af"_s, u"volume=%1dB"_s.arg(Text::fixed(*advanced.volumeDb, 1))};
 }
 
+QStringList CommandBuilder::mp4VideoArgs(const VideoFile &file, const AdvancedOptions &advanced,
+                                         const FFmpegToolset &toolset, qint64 videoKbps)
+{
+    if (!hasVideo(file)) {
+        return {};
+    }
+    const QString encoder = advancedEncoder(advanced, toolset, OutputContainer::mp4);
+    return QStringList{u"-map"_s, u"0:v:0"_s, u"-c:v"_s, encoder} +
+           qualityOrRateArgs(advanced, encoder, videoKbps) +
+           pixelFormatArgs(file, advanced, encoder);
+}
+
 QStringList CommandBuilder::fastStartArgs()
 {
     return {u"-movflags"_s, u"+faststart"_s};
+}
+
+QString CommandBuilder::partExtension(const VideoFile &file)
+{
+    static const QSet<QString> writable{u"mp4"_s, u"mov"_s, u"mkv"_s, u"webm"_s,
+                                        u"avi"_s, u"m4v"_s, u"ts"_s};
+    const QString extension = extensionOf(file.url).toLower();
+    return writable.contains(extension) ? extension : u"mp4"_s;
+}
+
+QStringList CommandBuilder::partFlags(const QString &partExtension)
+{
+    static const QSet<QString> taking{u"mp4"_s, u"mov"_s, u"m4v"_s};
+    return taking.contains(partExtension) ? fastStartArgs() : QStringList();
 }

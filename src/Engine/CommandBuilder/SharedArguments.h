@@ -76,6 +76,24 @@ bool advancedNeedsVideoReencode(const AdvancedOptions &advanced);
 QStringList pixelFormatArgs(const VideoFile &file, const AdvancedOptions &advanced,
                             const QString &encoder);
 
+/// Bits per second of the source's sound: the first track's, 128000 where it isn't known, 0 without
+/// a track.
+qint64 sourceAudioBitrateBps(const VideoFile &file);
+
+/// Bits per second of the source's picture: what is declared, else what the sound leaves of the
+/// whole; never below 0.
+qint64 sourceVideoBitrateBps(const VideoFile &file);
+
+/// The kilobits per second below which no encode at a share of the source's rate goes.
+inline constexpr double lowestShareKbps = 300.0;
+
+/// A share of the source's picture rate in whole kilobits per second, never below lowestShareKbps.
+qint64 shareOfSourceKbps(const VideoFile &file, double share);
+
+/// "-crf" where the encoder is x264 and a factor is chosen, else "-b:v" at the rate.
+QStringList qualityOrRateArgs(const AdvancedOptions &advanced, const QString &encoder,
+                              qint64 videoKbps);
+
 /// The encoder for a choice and a container.
 QString advancedEncoder(const AdvancedOptions &advanced, const FFmpegToolset &toolset,
                         OutputContainer container);
@@ -94,13 +112,36 @@ struct ConvertAudioSpec {
 std::optional<ConvertAudioSpec> convertAudioSpec(const VideoFile &file, const ConvertParams &params,
                                                  OutputContainer container);
 
+/// Kilobits per second of sound that is encoded where the action has no budget of its own: the
+/// chosen rate, or 160.
+qint64 encodedAudioKbps(const AdvancedOptions &advanced);
+
+/// The first audio track's codec; absent without a track.
+std::optional<QString> firstAudioCodec(const VideoFile &file);
+
+/// The audio group of an MP4 that keeps its sound: a copy where the first track fits and no option
+/// asks for another, else AAC; then the gain, which ffmpeg refuses behind a copy.
+QStringList mp4AudioArgs(const VideoFile &file, const AdvancedOptions &advanced);
+
 /// "-r" with the frame-rate cap, when there is one of at least 1.
 QStringList rateArgs(const AdvancedOptions &advanced);
 
 /// "-af" with the gain, when there is one.
 QStringList volumeArgs(const AdvancedOptions &advanced);
 
+/// The picture of an MP4 that enhance() and adjust() make, map included; empty when the file has
+/// none.
+QStringList mp4VideoArgs(const VideoFile &file, const AdvancedOptions &advanced,
+                         const FFmpegToolset &toolset, qint64 videoKbps);
+
 /// Puts the index at the head of an MP4, so that it plays while it loads.
 QStringList fastStartArgs();
+
+/// The extension of the parts that are cut out of a file by copying: the source's, in lower case,
+/// where parts can be written in its container, else "mp4".
+QString partExtension(const VideoFile &file);
+
+/// fastStartArgs() for a part whose extension says that it is an MP4 or a MOV, else empty.
+QStringList partFlags(const QString &partExtension);
 
 } // namespace CommandBuilder
