@@ -36,8 +36,7 @@ double summedDuration(const QList<VideoFile> &files)
 
 QStringList containerFlags(OutputContainer container)
 {
-    const bool takesFlags = container == OutputContainer::mp4 || container == OutputContainer::mov;
-    return takesFlags ? fastStartArgs() : QStringList();
+    return fastStartArgs(rawValue(container));
 }
 
 // A place that no other run has.
@@ -46,23 +45,22 @@ QString temporaryFolder()
     return Text::joinedPath(QDir::tempPath(), u"mx-merge-"_s + Text::uuid(QUuid::createUuid()));
 }
 
-// Paths go in as they are, on purpose: a quote in a name makes ffmpeg look for another file.
-QString concatList(const QList<VideoFile> &files)
+QList<QUrl> placesOf(const QList<VideoFile> &files)
 {
-    QString text;
+    QList<QUrl> places;
     for (const VideoFile &file : files) {
-        text += u"file '"_s + Text::path(file.url) + u"'\n"_s;
+        places += file.url;
     }
-    return text;
+    return places;
 }
 
 // The advanced options have no place in a copy, extra arguments included.
-FFmpegStep concatStep(const Merge &merge, const QString &list)
+FFmpegStep concatStep(const Merge &merge, const QUrl &list)
 {
     FFmpegStep step;
     step.label = u"concat"_s;
-    step.args << baseArgs() << u"-f"_s << u"concat"_s << u"-safe"_s << u"0"_s << u"-i"_s << list
-              << u"-c"_s << u"copy"_s << containerFlags(merge.params.container)
+    step.args << baseArgs() << u"-f"_s << u"concat"_s << u"-safe"_s << u"0"_s << u"-i"_s
+              << Text::path(list) << u"-c"_s << u"copy"_s << containerFlags(merge.params.container)
               << Text::path(merge.output);
     step.progressDuration = merge.duration;
     return step;
@@ -71,15 +69,15 @@ FFmpegStep concatStep(const Merge &merge, const QString &list)
 JobPlan copyPlan(const Merge &merge)
 {
     const QString folder = temporaryFolder();
-    const QString list = Text::joinedPath(folder, u"concat.txt"_s);
+    const QUrl list = QUrl::fromLocalFile(Text::joinedPath(folder, u"concat.txt"_s));
 
     JobPlan plan;
     plan.steps = {concatStep(merge, list)};
     plan.finalOutputURLs = {merge.output};
     plan.badgeKey = u"merge.badge.copy"_s;
-    plan.prepFiles = {{QUrl::fromLocalFile(list), concatList(merge.files)}};
+    plan.prepFiles = {concatList(list, placesOf(merge.files))};
     plan.createDirs = {QUrl::fromLocalFile(folder)};
-    plan.cleanupURLs = {QUrl::fromLocalFile(list), QUrl::fromLocalFile(folder)};
+    plan.cleanupURLs = {list, QUrl::fromLocalFile(folder)};
     return plan;
 }
 

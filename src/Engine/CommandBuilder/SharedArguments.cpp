@@ -89,17 +89,16 @@ std::optional<QString> scaleFilter(const VideoFile &file, std::optional<qint64> 
     return u"scale=-2:"_s + QString::number(height);
 }
 
-// What follows the last dot of the name; the dot of a hidden file starts none.
-QString extensionOf(const QUrl &url)
-{
-    const QString name = QFileInfo(Text::path(url)).fileName();
-    const qsizetype dot = name.lastIndexOf(u'.');
-    return dot > 0 ? name.sliced(dot + 1) : QString();
-}
-
 bool hasReplacement(const AdvancedOptions &advanced, bool muted)
 {
     return !muted && advanced.replacementAudioURL;
+}
+
+// A name that only begins with a dot has no extension.
+QString extensionOf(const QUrl &url)
+{
+    const QFileInfo file(Text::path(url));
+    return file.completeBaseName().isEmpty() ? QString() : file.suffix().toLower();
 }
 
 } // namespace
@@ -378,16 +377,53 @@ QStringList CommandBuilder::fastStartArgs()
     return {u"-movflags"_s, u"+faststart"_s};
 }
 
-QString CommandBuilder::partExtension(const VideoFile &file)
+QStringList CommandBuilder::fastStartArgs(const QString &extension)
 {
-    static const QSet<QString> writable{u"mp4"_s, u"mov"_s, u"mkv"_s, u"webm"_s,
-                                        u"avi"_s, u"m4v"_s, u"ts"_s};
-    const QString extension = extensionOf(file.url).toLower();
-    return writable.contains(extension) ? extension : u"mp4"_s;
+    static const QSet<QString> kinds{u"mp4"_s, u"mov"_s, u"m4v"_s};
+    return kinds.contains(extension) ? fastStartArgs() : QStringList();
 }
 
-QStringList CommandBuilder::partFlags(const QString &partExtension)
+QString CommandBuilder::cutExtension(const VideoFile &file)
 {
-    static const QSet<QString> taking{u"mp4"_s, u"mov"_s, u"m4v"_s};
-    return taking.contains(partExtension) ? fastStartArgs() : QStringList();
+    static const QSet<QString> kept{u"mp4"_s, u"mov"_s, u"mkv"_s, u"webm"_s,
+                                    u"avi"_s, u"m4v"_s, u"ts"_s};
+    const QString extension = extensionOf(file.url);
+    return kept.contains(extension) ? extension : u"mp4"_s;
+}
+
+double CommandBuilder::segmentLength(const TrimSegment &segment)
+{
+    return std::max(segment.end - segment.start, 0.0);
+}
+
+QStringList CommandBuilder::segmentSeekArgs(const TrimSegment &segment)
+{
+    return {u"-ss"_s, Text::fixed(segment.start, 3), u"-t"_s,
+            Text::fixed(segmentLength(segment), 3)};
+}
+
+FFmpegStep CommandBuilder::copyCutStep(const VideoFile &file, const TrimSegment &segment,
+                                       const QUrl &output)
+{
+    FFmpegStep step;
+    step.label = u"cut"_s;
+    step.args << baseArgs() << segmentSeekArgs(segment) << u"-i"_s << Text::path(file.url);
+    if (hasVideo(file)) {
+        step.args << u"-map"_s << u"0:v:0"_s;
+    }
+    // What stands between the keyframe and the start has negative times: they are moved up, since
+    // players disagree on them.
+    step.args << u"-map"_s << u"0:a?"_s << u"-c"_s << u"copy"_s << u"-avoid_negative_ts"_s
+              << u"make_zero"_s << fastStartArgs(cutExtension(file)) << Text::path(output);
+    step.progressDuration = segmentLength(segment);
+    return step;
+}
+
+PrepFile CommandBuilder::concatList(const QUrl &url, const QList<QUrl> &files)
+{
+    QString content;
+    for (const QUrl &file : files) {
+        content += u"file '"_s + Text::path(file) + u"'\n"_s;
+    }
+    return {url, content};
 }

@@ -6,6 +6,7 @@
 #include "Engine/CommandBuilder/BuilderError.h"
 #include "Engine/FFmpegToolset.h"
 #include "Models/JobParams.h"
+#include "Models/JobPlan.h"
 #include "Models/VideoFile.h"
 
 #include <QString>
@@ -137,11 +138,23 @@ QStringList mp4VideoArgs(const VideoFile &file, const AdvancedOptions &advanced,
 /// Puts the index at the head of an MP4, so that it plays while it loads.
 QStringList fastStartArgs();
 
-/// The extension of the parts that are cut out of a file by copying: the source's, in lower case,
-/// where parts can be written in its container, else "mp4".
-QString partExtension(const VideoFile &file);
+/// The same, for an output that keeps its source's container: empty but for "mp4", "mov" and "m4v".
+QStringList fastStartArgs(const QString &extension);
 
-/// fastStartArgs() for a part whose extension says that it is an MP4 or a MOV, else empty.
-QStringList partFlags(const QString &partExtension);
+/// The extension of a part that is cut out of the file: the source's in lower case, "mp4" where
+/// parts aren't written in the source's container.
+QString cutExtension(const VideoFile &file);
+
+/// Seconds from the start to the end, never below 0.
+double segmentLength(const TrimSegment &segment);
+
+/// Seek and length before the input: the reader makes the cut.
+QStringList segmentSeekArgs(const TrimSegment &segment);
+
+/// The step "cut": one segment by copy, from the keyframe before its start.
+FFmpegStep copyCutStep(const VideoFile &file, const TrimSegment &segment, const QUrl &output);
+
+/// The list that the concat demuxer reads. A quote in a path isn't escaped and ends the path early.
+PrepFile concatList(const QUrl &url, const QList<QUrl> &files);
 
 } // namespace CommandBuilder
