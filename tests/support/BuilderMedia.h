@@ -45,5 +45,15 @@ private:
     std::optional<ScopedEnvironment> m_temporary;
 };
 
+/// The colour of each quarter of the picture at that second, row by row, among them R, G, B,
+/// W(hite) and K (black).
+QString quartersAt(const VideoFile &file, double seconds);
+
+/// The colour at a place of the picture, as above.
+QChar colourAt(const VideoFile &file, double seconds, qint64 x, qint64 y);
+
+/// How loud a stretch is: the root mean square of its samples, 1 at full scale.
+double loudnessOf(const VideoFile &file, double start, double seconds);
+
 /// Expects one AAC track and the length in seconds.
 void expectSoundAndLength(const VideoFile &file, double seconds);
