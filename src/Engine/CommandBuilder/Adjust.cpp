@@ -107,11 +107,13 @@ QStringList atempoChain(double speed)
 {
     double rest = std::clamp(speed, slowestSpeed, fastestSpeed);
     QStringList chain;
-    for (; rest > fastestTempo; rest /= fastestTempo) {
+    while (rest > fastestTempo) {
         chain += u"atempo=2.0"_s;
+        rest /= fastestTempo;
     }
-    for (; rest < slowestTempo; rest /= slowestTempo) {
+    while (rest < slowestTempo) {
         chain += u"atempo=0.5"_s;
+        rest /= slowestTempo;
     }
     return chain + QStringList{u"atempo="_s + shortNumber(rest)};
 }
