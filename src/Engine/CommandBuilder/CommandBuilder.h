@@ -8,6 +8,7 @@
 #include "Models/JobPlan.h"
 #include "Models/VideoFile.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
@@ -96,5 +97,48 @@ JobPlan trim(const VideoFile &file, const TrimParams &params,
 JobPlan gif(const VideoFile &file, const GifParams &params,
             const std::optional<QUrl> &outputDirectory,
             const std::optional<QString> &namingTemplate);
+/// Denoises, upscales and sharpens. One step, "enhance"; always an MP4 whose picture is encoded
+/// anew, even with everything off. A replacement file isn't opened: it only has the sound encoded.
+/// Never throws.
+JobPlan enhance(const VideoFile &file, const EnhanceParams &params, const FFmpegToolset &toolset,
+                const std::optional<QUrl> &outputDirectory,
+                const std::optional<QString> &namingTemplate);
+
+/// The filters of enhance(); absent when nothing is asked for.
+std::optional<QString> enhanceFilterChain(const VideoFile &file, const EnhanceParams &params);
+
+/// The video rate of enhance() in kilobits per second, by the pixels of the output: 1500 to 40000,
+/// and 4000 for a picture of unknown size.
+qint64 enhanceBitrateKbps(const VideoFile &file, const EnhanceParams &params);
+
+/// Rotates, flips, changes the speed or reverses. One step, "adjust"; always an MP4 whose picture
+/// is encoded anew. Sound follows the speed but isn't reversed; a replacement file isn't opened.
+/// The speed is to be above 0: ffmpeg refuses 0. Never throws.
+JobPlan adjust(const VideoFile &file, const AdjustParams &params, const FFmpegToolset &toolset,
+               const std::optional<QUrl> &outputDirectory,
+               const std::optional<QString> &namingTemplate);
+
+/// The filters of adjust(); absent when nothing is asked for.
+std::optional<QString> adjustFilterChain(const VideoFile &file, const AdjustParams &params);
+
+/// The filters that bring sound to a speed, which is held between 0.25 and 4: ffmpeg's own takes
+/// 0.5 to 2 at once.
+QStringList atempoChain(double speed);
+
+/// Joins files in their order: by copying where MergePlanner finds their streams alike, else by one
+/// encode onto a picture that holds them all, silent if one of them is. One step, "concat" or
+/// "merge"; the badge says which. Whether the container takes copied streams is left to ffmpeg.
+/// Throws BuilderError: noSegments for fewer than two files, vp9Unavailable for WebM on a build
+/// without libvpx-vp9.
+JobPlan merge(const QList<VideoFile> &files, const MergeParams &params,
+              const FFmpegToolset &toolset, const std::optional<QUrl> &outputDirectory,
+              const std::optional<QString> &namingTemplate);
+
+/// Cuts a file into the parts that SplitPlanner finds, by copying, one "cut" step each. A part
+/// begins at a keyframe, so sizes are aims and not limits. Throws BuilderError (noSegments) when
+/// there is no part.
+JobPlan split(const VideoFile &file, const SplitParams &params,
+              const std::optional<QUrl> &outputDirectory,
+              const std::optional<QString> &namingTemplate);
 
 } // namespace CommandBuilder

@@ -360,6 +360,18 @@ QStringList CommandBuilder::volumeArgs(const AdvancedOptions &advanced)
     return {u"-af"_s, u"volume=%1dB"_s.arg(Text::fixed(*advanced.volumeDb, 1))};
 }
 
+QStringList CommandBuilder::mp4VideoArgs(const VideoFile &file, const AdvancedOptions &advanced,
+                                         const FFmpegToolset &toolset, qint64 videoKbps)
+{
+    if (!hasVideo(file)) {
+        return {};
+    }
+    const QString encoder = advancedEncoder(advanced, toolset, OutputContainer::mp4);
+    return QStringList{u"-map"_s, u"0:v:0"_s, u"-c:v"_s, encoder} +
+           qualityOrRateArgs(advanced, encoder, videoKbps) +
+           pixelFormatArgs(file, advanced, encoder);
+}
+
 QStringList CommandBuilder::fastStartArgs()
 {
     return {u"-movflags"_s, u"+faststart"_s};

@@ -130,6 +130,11 @@ QStringList rateArgs(const AdvancedOptions &advanced);
 /// "-af" with the gain, when there is one.
 QStringList volumeArgs(const AdvancedOptions &advanced);
 
+/// The picture of an MP4 that enhance() and adjust() make, map included; empty when the file has
+/// none.
+QStringList mp4VideoArgs(const VideoFile &file, const AdvancedOptions &advanced,
+                         const FFmpegToolset &toolset, qint64 videoKbps);
+
 /// Puts the index at the head of an MP4, so that it plays while it loads.
 QStringList fastStartArgs();
 
