@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "Engine/CommandBuilder/CommandBuilder.h"
+#include "Engine/Estimator.h"
 
 #include <benchmark/benchmark.h>
 
@@ -52,6 +53,67 @@ void targetSizePlan(benchmark::State &state)
     }
 }
 
+using Estimate = EstimateInfo (*)(const VideoFile &file);
+
+// Aim: under 2 µs. A panel asks at every redraw.
+void estimate(benchmark::State &state, Estimate ofAction)
+{
+    const VideoFile file = film();
+    for ([[maybe_unused]] auto round : state) {
+        EstimateInfo info = ofAction(file);
+        benchmark::DoNotOptimize(info);
+    }
+}
+
+EstimateInfo targetSizeEstimate(const VideoFile &file)
+{
+    // Below the floor: with both warnings.
+    TargetSizeParams params;
+    params.targetMB = 1;
+    return Estimator::targetSize(file, params);
+}
+
+EstimateInfo convertEstimate(const VideoFile &file)
+{
+    ConvertParams params;
+    params.forceReencode = true;
+    return Estimator::convert(file, params);
+}
+
+EstimateInfo compressEstimate(const VideoFile &file)
+{
+    return Estimator::compress(file, CompressParams());
+}
+
+EstimateInfo extractEstimate(const VideoFile &file)
+{
+    return Estimator::extract(file, ExtractParams::AudioFormat::m4a, 192, 0);
+}
+
+EstimateInfo adjustEstimate(const VideoFile &file)
+{
+    AdjustParams params;
+    params.speed = 1.5;
+    return Estimator::adjust(file, params);
+}
+
+EstimateInfo enhanceEstimate(const VideoFile &file)
+{
+    return Estimator::enhance(file, EnhanceParams());
+}
+
+EstimateInfo gifEstimate(const VideoFile &file)
+{
+    return Estimator::gif(file, GifParams());
+}
+
 } // namespace
 
 BENCHMARK(targetSizePlan)->ArgName("passes")->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(estimate, targetSize, targetSizeEstimate);
+BENCHMARK_CAPTURE(estimate, convert, convertEstimate);
+BENCHMARK_CAPTURE(estimate, compress, compressEstimate);
+BENCHMARK_CAPTURE(estimate, extract, extractEstimate);
+BENCHMARK_CAPTURE(estimate, adjust, adjustEstimate);
+BENCHMARK_CAPTURE(estimate, enhance, enhanceEstimate);
+BENCHMARK_CAPTURE(estimate, gif, gifEstimate);
