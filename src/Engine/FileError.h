@@ -9,7 +9,7 @@
 
 #include <utility>
 
-/// A file that couldn't be written, in the system's words.
+/// A file that couldn't be written or read, in the system's words.
 class FileError : public DescribedError
 {
 public:
