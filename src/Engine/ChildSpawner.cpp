@@ -17,6 +17,7 @@
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -30,6 +31,7 @@ struct Pipe {
 struct PreparedChild {
     const char *executable = nullptr;
     char *const *arguments = nullptr;
+    char *const *environment = nullptr;
     int standardInput = -1;
     int standardOutput = -1;
     int standardError = -1;
@@ -112,7 +114,7 @@ void redirect(int descriptor, int standardStream)
     redirect(child.standardOutput, STDOUT_FILENO);
     redirect(child.standardError, STDERR_FILENO);
     resetSignals();
-    ::execv(child.executable, child.arguments);
+    ::execve(child.executable, child.arguments, child.environment);
     const int error = errno;
     [[maybe_unused]] const ssize_t written = ::write(child.execErrors, &error, sizeof error);
     ::_exit(EXIT_FAILURE);
@@ -162,6 +164,22 @@ std::vector<QByteArray> encodedArguments(const ChildCommand &command)
     return encoded;
 }
 
+// The AV1 encoder of SVT writes a log of its own past ffmpeg's level, and takes orders from the
+// environment alone: errors only, unless the user has said otherwise.
+std::vector<char *> childEnvironment()
+{
+    static QByteArray svtErrorsOnly = "SVT_LOG=1";
+    std::vector<char *> variables;
+    for (char **variable = environ; *variable != nullptr; ++variable) {
+        variables.push_back(*variable);
+    }
+    if (!qEnvironmentVariableIsSet("SVT_LOG")) {
+        variables.push_back(svtErrorsOnly.data());
+    }
+    variables.push_back(nullptr);
+    return variables;
+}
+
 std::unique_ptr<ChildProcess> launch(const ChildCommand &command)
 {
     Pipe output = makePipe(command.executable);
@@ -178,9 +196,11 @@ std::unique_ptr<ChildProcess> launch(const ChildCommand &command)
         arguments.push_back(argument.data());
     }
     arguments.push_back(nullptr);
+    const std::vector<char *> environment = childEnvironment();
 
     const pid_t pid = forkInto({.executable = encoded.front().constData(),
                                 .arguments = arguments.data(),
+                                .environment = environment.data(),
                                 .standardInput = null.get(),
                                 .standardOutput = output.writeEnd.get(),
                                 .standardError = errors.writeEnd.get(),

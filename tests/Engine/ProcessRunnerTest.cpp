@@ -127,6 +127,19 @@ TEST(ProcessRunner, arguments_arrive_as_they_are)
     EXPECT_EQ(lines, (QStringList{u"<a b>"_s, u"<'\"$x>"_s, u"<>"_s, u"<片>"_s, u"<-y>"_s}));
 }
 
+TEST(ProcessRunner, the_environment_is_ours_and_keeps_the_encoders_own_logs_to_errors)
+{
+    const ScopedEnvironment ours("MORVIX_TEST", "handed down");
+    EXPECT_EQ(runScript(u"echo $MORVIX_TEST; echo $SVT_LOG"_s).lines,
+              (QStringList{u"handed down"_s, u"1"_s}));
+}
+
+TEST(ProcessRunner, a_log_level_that_the_user_has_set_stays)
+{
+    const ScopedEnvironment users("SVT_LOG", "4");
+    EXPECT_EQ(runScript(u"echo $SVT_LOG"_s).lines, QStringList{u"4"_s});
+}
+
 TEST(ProcessRunner, a_status_other_than_zero_is_a_failure_with_the_whole_of_standard_error)
 {
     const EngineError error =
