@@ -26,39 +26,53 @@ constexpr double mostBufferKilobits = 62'500;
 // ffmpeg keeps both bounds in 32 bits.
 constexpr qint64 mostBoundedKbps = 2'000'000;
 
-StandIn softwareH264(const FFmpegToolset &toolset)
+struct Row {
+    QString planned;
+    StandIn standIn;
+};
+
+// The role is that of a fast encoder; the careful one is the two-pass path.
+StandIn x264()
 {
-    if (toolset.encoders.contains(u"libx264"_s)) {
-        // The role is that of a fast encoder; the careful one is the two-pass path.
-        return {.encoder = u"libx264"_s,
-                .encoderOptions = {u"-preset"_s, u"veryfast"_s},
-                .globalOptions = {},
-                .boundsRate = true,
-                .uploadsFrames = false};
-    }
-    return {.encoder = u"libopenh264"_s,
-            .encoderOptions = {},
+    return {.encoder = u"libx264"_s,
+            .encoderOptions = {u"-preset"_s, u"veryfast"_s},
             .globalOptions = {},
-            .boundsRate = true,
-            .uploadsFrames = false};
+            .boundsRate = true};
 }
 
-StandIn softwareHevc()
+StandIn openh264()
+{
+    return {
+        .encoder = u"libopenh264"_s, .encoderOptions = {}, .globalOptions = {}, .boundsRate = true};
+}
+
+// Its log is its own and goes past ffmpeg's level.
+StandIn x265()
 {
     return {.encoder = u"libx265"_s,
             .encoderOptions = {u"-x265-params"_s, u"log-level=error"_s},
             .globalOptions = {},
-            .boundsRate = true,
-            .uploadsFrames = false};
+            .boundsRate = true};
 }
 
-StandIn softwareProres()
+StandIn plain(const QString &encoder, const QStringList &encoderOptions = {})
 {
-    return {.encoder = u"prores_ks"_s,
-            .encoderOptions = {},
-            .globalOptions = {},
-            .boundsRate = false,
-            .uploadsFrames = false};
+    return {.encoder = encoder, .encoderOptions = encoderOptions, .globalOptions = {}};
+}
+
+// For each name the first that the build offers.
+QList<Row> softwareRows()
+{
+    return {
+        {u"h264_videotoolbox"_s, x264()},
+        {u"h264_videotoolbox"_s, openh264()},
+        {u"hevc_videotoolbox"_s, x265()},
+        {u"prores_videotoolbox"_s, plain(u"prores_ks"_s)},
+        {u"prores_videotoolbox"_s, plain(u"prores_aw"_s)},
+        {u"prores_ks"_s, plain(u"prores_aw"_s)},
+        {u"libmp3lame"_s, plain(u"libshine"_s)},
+        {u"libopus"_s, plain(u"opus"_s, {u"-strict"_s, u"experimental"_s})},
+    };
 }
 
 double bufferKilobits(qint64 kbps, double seconds)
@@ -106,12 +120,18 @@ void boundRate(QStringList &args, double seconds)
     }
 }
 
+// The plans ask by "p010le" and "yuva444p10le".
+bool asksForTenBits(const QStringList &args)
+{
+    const auto layout = lastValueOf(args, u"-pix_fmt"_s);
+    return layout && (args.at(*layout).contains("p10"_L1) || args.at(*layout).contains("p010"_L1));
+}
+
 // Gives the layout of the frames and takes it off the line: on the device it is another.
 QString takePixelLayout(QStringList &args)
 {
-    QString layout = u"nv12"_s;
+    const QString layout = asksForTenBits(args) ? u"p010"_s : u"nv12"_s;
     while (const auto format = lastValueOf(args, u"-pix_fmt"_s)) {
-        layout = args.at(*format) == "p010le"_L1 ? u"p010"_s : layout;
         args.remove(*format - 1, 2);
     }
     return layout;
@@ -142,17 +162,41 @@ void uploadFrames(QStringList &args, qsizetype behindEncoder)
     }
 }
 
+// Left to ffmpeg, the frames of a film of ten bits would reach the encoder as they are.
+void nameEightBits(QStringList &args, qsizetype behindEncoder)
+{
+    if (!lastValueOf(args, u"-pix_fmt"_s)) {
+        insertAt(args, behindEncoder, {u"-pix_fmt"_s, u"yuv420p"_s});
+    }
+}
+
 void exchange(QStringList &args, qsizetype encoderPosition, double seconds, const StandIn &standIn)
 {
+    const qsizetype behindEncoder = encoderPosition + 1 + standIn.encoderOptions.size();
     args[encoderPosition] = standIn.encoder;
     insertAt(args, encoderPosition + 1, standIn.encoderOptions);
     if (standIn.boundsRate) {
         boundRate(args, seconds);
     }
     if (standIn.uploadsFrames) {
-        uploadFrames(args, encoderPosition + 1 + standIn.encoderOptions.size());
+        uploadFrames(args, behindEncoder);
+    } else if (standIn.eightBitOnly) {
+        nameEightBits(args, behindEncoder);
     }
     insertAt(args, 0, standIn.globalOptions);
+}
+
+std::optional<StandIn> standInFor(const QString &name, const QStringList &args,
+                                  const EncoderStandIns::Table &table)
+{
+    const bool tenBits = asksForTenBits(args);
+    const QList<StandIn> standIns = table.value(name);
+    for (const StandIn &standIn : standIns) {
+        if (!(tenBits && standIn.eightBitOnly)) {
+            return standIn;
+        }
+    }
+    return std::nullopt;
 }
 
 PlanFactory wrapped(const PlanFactory &factory, const EncoderStandIns::Table &table)
@@ -169,13 +213,12 @@ PlanFactory wrapped(const PlanFactory &factory, const EncoderStandIns::Table &ta
 
 EncoderStandIns::Table EncoderStandIns::software(const FFmpegToolset &toolset)
 {
-    const Table all{{u"h264_videotoolbox"_s, softwareH264(toolset)},
-                    {u"hevc_videotoolbox"_s, softwareHevc()},
-                    {u"prores_videotoolbox"_s, softwareProres()}};
     Table table;
-    for (auto [name, standIn] : all.asKeyValueRange()) {
-        if (!toolset.encoders.contains(name) && toolset.encoders.contains(standIn.encoder)) {
-            table.insert(name, standIn);
+    for (const Row &row : softwareRows()) {
+        const bool isLacking = !toolset.encoders.contains(row.planned);
+        if (isLacking && !table.contains(row.planned) &&
+            toolset.encoders.contains(row.standIn.encoder)) {
+            table.insert(row.planned, {row.standIn});
         }
     }
     return table;
@@ -184,13 +227,16 @@ EncoderStandIns::Table EncoderStandIns::software(const FFmpegToolset &toolset)
 QStringList EncoderStandIns::applyToArgs(const QStringList &args, double seconds,
                                          const Table &table)
 {
-    const std::optional<qsizetype> encoder = lastValueOf(args, u"-c:v"_s);
-    const auto standIn = encoder ? table.constFind(args.at(*encoder)) : table.constEnd();
-    if (standIn == table.constEnd()) {
-        return args;
-    }
     QStringList exchanged = args;
-    exchange(exchanged, *encoder, seconds, *standIn);
+    for (const QString &option : {u"-c:v"_s, u"-c:a"_s}) {
+        const std::optional<qsizetype> encoder = lastValueOf(exchanged, option);
+        if (!encoder) {
+            continue;
+        }
+        if (const auto standIn = standInFor(exchanged.at(*encoder), exchanged, table)) {
+            exchange(exchanged, *encoder, seconds, *standIn);
+        }
+    }
     return exchanged;
 }
 

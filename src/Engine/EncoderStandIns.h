@@ -7,6 +7,7 @@
 #include "Models/JobPlan.h"
 
 #include <QHash>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -22,19 +23,23 @@ struct StandIn {
     bool boundsRate = false;
     /// Whether frames go up to a device before they are encoded.
     bool uploadsFrames = false;
+    /// Whether frames of ten bits make it fail: lines that ask for them go to the next stand-in.
+    bool eightBitOnly = false;
 
     bool operator==(const StandIn &) const = default;
 };
 
-/// Plans name the VideoToolbox encoders whatever the build offers. Between planning and running,
-/// the names that this build lacks are exchanged; nothing else of a plan is touched.
+/// Plans name the VideoToolbox encoders whatever the build offers, and others that a build may
+/// lack. Between planning and running, the names that this build lacks are exchanged; nothing else
+/// of a plan is touched.
 namespace EncoderStandIns {
 
-/// From the name in the plan to the encoder that does its work.
-using Table = QHash<QString, StandIn>;
+/// From the name in the plan to the encoders that do its work: the first that takes the line at
+/// hand is used.
+using Table = QHash<QString, QList<StandIn>>;
 
-/// The software encoders of this build, for each name that it lacks. A name that it offers, and one
-/// that nothing stands in for, has no entry.
+/// The software encoder of this build for each name that it lacks, of pictures and of sound. A name
+/// that it offers, and one that nothing stands in for, has no entry.
 Table software(const FFmpegToolset &toolset);
 
 /// The plan with the names exchanged, in its steps and in what its factories will make.

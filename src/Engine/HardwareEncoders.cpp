@@ -52,13 +52,15 @@ HardwareEncoders::HardwareEncoders(FFmpegToolset toolset)
 
 HardwareEncoders::~HardwareEncoders() = default;
 
-QStringList HardwareEncoders::trialArgs(const QString &plannedName, const StandIn &standIn)
+QStringList HardwareEncoders::trialArgs(const QString &plannedName, const StandIn &standIn,
+                                        Depth depth)
 {
+    const QString layout = depth == Depth::tenBits ? u"p010le"_s : u"yuv420p"_s;
     QStringList args;
     args << CommandBuilder::baseArgs() << u"-f"_s << u"lavfi"_s << u"-i"_s
          << u"testsrc2=size=640x360:rate=30:duration=0.3"_s << u"-c:v"_s << plannedName << u"-b:v"_s
-         << u"1000k"_s << u"-pix_fmt"_s << u"yuv420p"_s << u"-f"_s << u"null"_s << u"-"_s;
-    return EncoderStandIns::applyToArgs(args, 0.3, {{plannedName, standIn}});
+         << u"1000k"_s << u"-pix_fmt"_s << layout << u"-f"_s << u"null"_s << u"-"_s;
+    return EncoderStandIns::applyToArgs(args, 0.3, {{plannedName, {standIn}}});
 }
 
 void HardwareEncoders::check()
@@ -67,12 +69,9 @@ void HardwareEncoders::check()
         if (m_toolset.encoders.contains(row.name)) {
             continue;
         }
-        for (const StandIn &candidate : candidates(row.family)) {
-            if (m_toolset.encoders.contains(candidate.encoder) && works(row.name, candidate)) {
-                const std::scoped_lock guard(m_lock);
-                m_standIns.insert(row.name, candidate);
-                break;
-            }
+        if (const auto found = firstThatWorks(row.name, row.family)) {
+            const std::scoped_lock guard(m_lock);
+            m_standIns[row.name].prepend(*found);
         }
     }
 }
@@ -99,10 +98,23 @@ bool HardwareEncoders::begin(const std::shared_ptr<PlanExecutor> &trial)
     return !m_cancelled;
 }
 
-bool HardwareEncoders::works(const QString &plannedName, const StandIn &standIn)
+std::optional<StandIn> HardwareEncoders::firstThatWorks(const QString &plannedName,
+                                                        QLatin1StringView family)
+{
+    for (StandIn candidate : candidates(family)) {
+        if (m_toolset.encoders.contains(candidate.encoder) &&
+            works(plannedName, candidate, Depth::eightBits)) {
+            candidate.eightBitOnly = !works(plannedName, candidate, Depth::tenBits);
+            return candidate;
+        }
+    }
+    return std::nullopt;
+}
+
+bool HardwareEncoders::works(const QString &plannedName, const StandIn &standIn, Depth depth)
 {
     JobPlan plan;
-    plan.steps = {{u"trial"_s, trialArgs(plannedName, standIn), 0, std::nullopt}};
+    plan.steps = {{u"trial"_s, trialArgs(plannedName, standIn, depth), 0, std::nullopt}};
     const auto trial = std::make_shared<PlanExecutor>(m_toolset.ffmpegURL);
     if (!begin(trial)) {
         return false;

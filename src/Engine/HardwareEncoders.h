@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 
 class PlanExecutor;
 
@@ -19,8 +20,9 @@ public:
     explicit HardwareEncoders(FFmpegToolset toolset);
     ~HardwareEncoders();
 
-    /// Tries NVENC, then QSV, then VAAPI, for each name that the build lacks; blocks for as long as
-    /// the tries take. Run it once, off the main thread.
+    /// Tries NVENC, then QSV, then VAAPI, for each name that the build lacks, and what works once
+    /// more with frames of ten bits: where those fail, lines that ask for them stay with software.
+    /// Blocks for as long as the tries take. Run it once, off the main thread.
     void check();
 
     /// Ends a check that is under way; it leaves what it has found so far. A try that is just being
@@ -30,11 +32,14 @@ public:
     /// The stand-ins as known at this moment. From any thread.
     EncoderStandIns::Table standIns();
 
+    enum class Depth { eightBits, tenBits };
+
     /// The command line of the try of one stand-in for a name.
-    static QStringList trialArgs(const QString &plannedName, const StandIn &standIn);
+    static QStringList trialArgs(const QString &plannedName, const StandIn &standIn, Depth depth);
 
 private:
-    bool works(const QString &plannedName, const StandIn &standIn);
+    bool works(const QString &plannedName, const StandIn &standIn, Depth depth);
+    std::optional<StandIn> firstThatWorks(const QString &plannedName, QLatin1StringView family);
     bool begin(const std::shared_ptr<PlanExecutor> &trial);
 
     const FFmpegToolset m_toolset;

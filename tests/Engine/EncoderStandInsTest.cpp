@@ -44,7 +44,22 @@ StandIn uploading()
 
 QStringList uploaded(const QString &line)
 {
-    return EncoderStandIns::applyToArgs(words(line), 100, {{u"h264_videotoolbox"_s, uploading()}});
+    return EncoderStandIns::applyToArgs(words(line), 100,
+                                        {{u"h264_videotoolbox"_s, {uploading()}}});
+}
+
+// An encoder of eight bits stands before one that takes all.
+QStringList eightBitFirst(const QString &line)
+{
+    const StandIn first{.encoder = u"hevc_nvenc"_s,
+                        .encoderOptions = {u"-preset"_s, u"p4"_s},
+                        .globalOptions = {},
+                        .boundsRate = false,
+                        .uploadsFrames = false,
+                        .eightBitOnly = true};
+    const StandIn second{.encoder = u"libx265"_s, .encoderOptions = {}, .globalOptions = {}};
+    return EncoderStandIns::applyToArgs(words(line), 100,
+                                        {{u"hevc_videotoolbox"_s, {first, second}}});
 }
 
 JobPlan planFor(qint64 kbps)
@@ -83,10 +98,52 @@ TEST(EncoderStandIns, prores_goes_to_the_software_encoder_without_bounds)
               words(u"-i in -c:v prores_ks -b:v 1000k out"_s));
 }
 
+TEST(EncoderStandIns, other_names_that_a_build_lacks_go_to_what_it_has_for_the_same_format)
+{
+    struct Row {
+        QString offered;
+        QString line;
+        QString expected;
+    };
+    const Row table[] = {
+        {u"prores_aw"_s, u"-c:v prores_videotoolbox -b:v 9k out"_s,
+         u"-c:v prores_aw -b:v 9k out"_s},
+        {u"prores_aw"_s, u"-c:v prores_ks -profile:v 4 -pix_fmt yuva444p10le out"_s,
+         u"-c:v prores_aw -profile:v 4 -pix_fmt yuva444p10le out"_s},
+        {u"libshine"_s, u"-vn -c:a libmp3lame -b:a 192k out"_s,
+         u"-vn -c:a libshine -b:a 192k out"_s},
+        {u"opus"_s, u"-c:v libvpx-vp9 -b:v 9k -c:a libopus -b:a 160k out"_s,
+         u"-c:v libvpx-vp9 -b:v 9k -c:a opus -strict experimental -b:a 160k out"_s},
+        {u"opus"_s, u"-c:v copy -c:a copy out"_s, u"-c:v copy -c:a copy out"_s},
+        {u"aac"_s, u"-c:a libopus out"_s, u"-c:a libopus out"_s},
+    };
+    for (const Row &row : table) {
+        const auto standIns = EncoderStandIns::software(toolsetWith({row.offered}));
+        EXPECT_EQ(EncoderStandIns::applyToArgs(words(row.line), 100, standIns),
+                  words(row.expected));
+    }
+}
+
+TEST(EncoderStandIns, other_names_that_the_build_offers_pass_untouched)
+{
+    const auto table = EncoderStandIns::software(
+        toolsetWith({u"prores_ks"_s, u"prores_aw"_s, u"libmp3lame"_s, u"libshine"_s, u"libopus"_s,
+                     u"opus"_s, u"h264_videotoolbox"_s, u"hevc_videotoolbox"_s}));
+    EXPECT_EQ(table.keys(), QStringList{u"prores_videotoolbox"_s});
+}
+
+TEST(EncoderStandIns, picture_and_sound_of_one_line_are_exchanged_both)
+{
+    const auto table = EncoderStandIns::software(toolsetWith({u"libx265"_s, u"libshine"_s}));
+    EXPECT_EQ(EncoderStandIns::applyToArgs(
+                  words(u"-c:v hevc_videotoolbox -c:a libmp3lame -b:a 192k out"_s), 100, table),
+              words(u"-c:v libx265 -x265-params log-level=error -c:a libshine -b:a 192k out"_s));
+}
+
 TEST(EncoderStandIns, without_x264_openh264_does_the_work)
 {
     const auto table = EncoderStandIns::software(toolsetWith({u"libopenh264"_s}));
-    EXPECT_EQ(table.value(u"h264_videotoolbox"_s).encoder, u"libopenh264"_s);
+    EXPECT_EQ(table.value(u"h264_videotoolbox"_s).value(0).encoder, u"libopenh264"_s);
 }
 
 TEST(EncoderStandIns, a_name_that_the_build_offers_passes_untouched)
@@ -199,8 +256,54 @@ TEST(EncoderStandIns, the_upload_goes_behind_the_users_filter_and_without_the_us
 
 TEST(EncoderStandIns, ten_bit_frames_go_up_as_ten_bit)
 {
-    EXPECT_TRUE(uploaded(u"-i in -c:v h264_videotoolbox -b:v 5k -pix_fmt p010le out"_s)
-                    .contains(u"format=p010,hwupload"_s));
+    for (const QString &layout : {u"p010le"_s, u"yuv420p10le"_s, u"yuva444p10le"_s}) {
+        EXPECT_TRUE(uploaded(u"-i in -c:v h264_videotoolbox -b:v 5k -pix_fmt %1 out"_s.arg(layout))
+                        .contains(u"format=p010,hwupload"_s));
+    }
+}
+
+TEST(EncoderStandIns, the_users_layout_says_the_depth_of_what_goes_up)
+{
+    EXPECT_TRUE(uploaded(u"-i in -c:v h264_videotoolbox -pix_fmt p010le -pix_fmt yuv410p out"_s)
+                    .contains(u"format=nv12,hwupload"_s));
+}
+
+TEST(EncoderStandIns, a_line_of_ten_bits_passes_over_an_encoder_that_takes_eight)
+{
+    const auto lineWith = [](const QString &layout) {
+        return eightBitFirst(u"-i in -c:v hevc_videotoolbox -pix_fmt "_s + layout + u" out"_s);
+    };
+    EXPECT_EQ(lineWith(u"yuv420p"_s),
+              words(u"-i in -c:v hevc_nvenc -preset p4 -pix_fmt yuv420p out"_s));
+    EXPECT_EQ(lineWith(u"p010le"_s), words(u"-i in -c:v libx265 -pix_fmt p010le out"_s));
+    EXPECT_EQ(lineWith(u"yuva444p10le"_s),
+              words(u"-i in -c:v libx265 -pix_fmt yuva444p10le out"_s));
+    // The last one counts.
+    EXPECT_EQ(lineWith(u"p010le -pix_fmt yuv420p"_s).value(3), u"hevc_nvenc"_s);
+}
+
+TEST(EncoderStandIns, an_encoder_that_takes_eight_bits_is_told_so_where_the_line_says_nothing)
+{
+    EXPECT_EQ(eightBitFirst(u"-i in -c:v hevc_videotoolbox -b:v 0k out"_s),
+              words(u"-i in -c:v hevc_nvenc -preset p4 -pix_fmt yuv420p -b:v 0k out"_s));
+}
+
+TEST(EncoderStandIns, a_device_that_takes_eight_bits_gets_the_layout_with_the_upload)
+{
+    StandIn device = uploading();
+    device.eightBitOnly = true;
+    EXPECT_EQ(EncoderStandIns::applyToArgs(words(u"-i in -c:v h264_videotoolbox out"_s), 100,
+                                           {{u"h264_videotoolbox"_s, {device}}}),
+              words(u"-vaapi_device /dev/dri/renderD128 -i in -c:v h264_vaapi "
+                    "-vf format=nv12,hwupload out"_s));
+}
+
+TEST(EncoderStandIns, a_line_that_no_stand_in_takes_passes_untouched)
+{
+    StandIn device = uploading();
+    device.eightBitOnly = true;
+    const QStringList line = words(u"-i in -c:v h264_videotoolbox -pix_fmt p010le out"_s);
+    EXPECT_EQ(EncoderStandIns::applyToArgs(line, 100, {{u"h264_videotoolbox"_s, {device}}}), line);
 }
 
 TEST(EncoderStandIns, the_steps_and_both_factories_of_a_plan_are_exchanged)

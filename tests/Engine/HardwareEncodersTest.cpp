@@ -16,6 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using Depth = HardwareEncoders::Depth;
+
 const QSet<QString> offered{u"libx264"_s,    u"libx265"_s,  u"h264_nvenc"_s, u"h264_qsv"_s,
                             u"h264_vaapi"_s, u"hevc_qsv"_s, u"hevc_vaapi"_s};
 
@@ -24,13 +26,24 @@ FFmpegToolset toolsetOf(const FakeTool &ffmpeg)
     return {ffmpeg.url(), QUrl(), offered};
 }
 
-QString h264After(const QByteArray &script)
+EncoderStandIns::Table tableAfter(const QByteArray &script)
 {
     const TempFolder folder;
     const FakeTool ffmpeg(folder, script);
     HardwareEncoders encoders(toolsetOf(ffmpeg));
     encoders.check();
-    return encoders.standIns().value(u"h264_videotoolbox"_s).encoder;
+    return encoders.standIns();
+}
+
+QString h264After(const QByteArray &script)
+{
+    return tableAfter(script).value(u"h264_videotoolbox"_s).value(0).encoder;
+}
+
+QStringList exchangedBy(const EncoderStandIns::Table &table, const QString &layout)
+{
+    return EncoderStandIns::applyToArgs(
+        {u"-c:v"_s, u"hevc_videotoolbox"_s, u"-pix_fmt"_s, layout, u"out"_s}, 10, table);
 }
 
 } // namespace
@@ -76,6 +89,34 @@ TEST(HardwareEncoders, nothing_is_tried_for_names_that_the_build_offers)
     EXPECT_EQ(ffmpeg.runs(), 0);
 }
 
+TEST(HardwareEncoders, an_encoder_that_fails_with_ten_bits_leaves_them_to_software)
+{
+    const auto table = tableAfter("case \"$*\" in *p010le*) exit 1;; esac\n");
+
+    const QStringList eightBits = exchangedBy(table, u"yuv420p"_s);
+    const QStringList tenBits = exchangedBy(table, u"p010le"_s);
+
+    EXPECT_TRUE(eightBits.contains(u"hevc_qsv"_s));
+    EXPECT_TRUE(tenBits.contains(u"libx265"_s));
+}
+
+TEST(HardwareEncoders, an_encoder_that_works_with_ten_bits_gets_them)
+{
+    EXPECT_TRUE(exchangedBy(tableAfter("exit 0\n"), u"p010le"_s).contains(u"hevc_qsv"_s));
+}
+
+TEST(HardwareEncoders, ten_bits_are_tried_once_with_the_encoder_that_works)
+{
+    const TempFolder folder;
+    const FakeTool ffmpeg(folder, "exit 0\n");
+    HardwareEncoders encoders(toolsetOf(ffmpeg));
+    encoders.check();
+    ASSERT_EQ(ffmpeg.runs(), 4);
+    EXPECT_TRUE(ffmpeg.arguments(1).contains(u"yuv420p"_s));
+    EXPECT_TRUE(ffmpeg.arguments(2).contains(u"p010le"_s));
+    EXPECT_TRUE(ffmpeg.arguments(2).contains(u"h264_nvenc"_s));
+}
+
 TEST(HardwareEncoders, a_try_uses_the_arguments_of_jobs)
 {
     const StandIn vaapi{.encoder = u"h264_vaapi"_s,
@@ -83,10 +124,13 @@ TEST(HardwareEncoders, a_try_uses_the_arguments_of_jobs)
                         .globalOptions = {u"-vaapi_device"_s, u"/dev/dri/renderD128"_s},
                         .boundsRate = true,
                         .uploadsFrames = true};
-    const QStringList args = HardwareEncoders::trialArgs(u"h264_videotoolbox"_s, vaapi);
+    const QStringList args =
+        HardwareEncoders::trialArgs(u"h264_videotoolbox"_s, vaapi, Depth::eightBits);
     EXPECT_EQ(args.first(), u"-vaapi_device"_s);
     EXPECT_TRUE(args.contains(u"-maxrate"_s));
     EXPECT_TRUE(args.contains(u"format=nv12,hwupload"_s));
+    EXPECT_TRUE(HardwareEncoders::trialArgs(u"h264_videotoolbox"_s, vaapi, Depth::tenBits)
+                    .contains(u"format=p010,hwupload"_s));
 }
 
 TEST(HardwareEncoders, the_line_of_a_try_works_with_an_encoder_that_works)
@@ -96,7 +140,9 @@ TEST(HardwareEncoders, the_line_of_a_try_works_with_an_encoder_that_works)
                            .globalOptions = {},
                            .boundsRate = true,
                            .uploadsFrames = false};
-    Clips::ffmpeg(HardwareEncoders::trialArgs(u"h264_videotoolbox"_s, software));
+    for (const Depth depth : {Depth::eightBits, Depth::tenBits}) {
+        Clips::ffmpeg(HardwareEncoders::trialArgs(u"h264_videotoolbox"_s, software, depth));
+    }
 }
 
 TEST(HardwareEncoders, cancelling_ends_a_check_that_hangs)
@@ -114,7 +160,7 @@ TEST(HardwareEncoders, cancelling_ends_a_check_that_hangs)
         encoders.cancel();
     }
     EXPECT_EQ(ffmpeg.runs(), 1);
-    EXPECT_EQ(encoders.standIns().value(u"h264_videotoolbox"_s).encoder, u"libx264"_s);
+    EXPECT_EQ(encoders.standIns().value(u"h264_videotoolbox"_s).value(0).encoder, u"libx264"_s);
 }
 
 TEST(HardwareEncoders, the_real_build_ends_with_an_encoder_for_each_name)
