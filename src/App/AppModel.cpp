@@ -45,16 +45,6 @@ qint64 defaultConcurrency()
 
 } // namespace
 
-template <typename Value>
-void AppModel::assign(Value &field, const Value &value, void (AppModel::*changed)())
-{
-    if (field == value) {
-        return;
-    }
-    field = value;
-    Q_EMIT(this->*changed)();
-}
-
 AppModel::AppModel(Settings settings, PlatformServices services, QObject *parent)
     : QObject(parent)
     , m_settings(std::move(settings))
@@ -125,6 +115,9 @@ void AppModel::endChildren()
         }
         for (const std::shared_ptr<PlanExecutor> &executor : std::as_const(m_executors)) {
             executor->cancel();
+        }
+        if (m_previewExecutor) {
+            m_previewExecutor->cancel();
         }
     };
     for (BackgroundPool *pool : {&m_probePool, &m_keyframePool, &m_executorPool}) {

@@ -11,6 +11,7 @@
 #include "Engine/FFmpegToolset.h"
 #include "Engine/HardwareEncoders.h"
 #include "Engine/PlanExecutor.h"
+#include "Engine/PreviewEngine.h"
 #include "Models/ActionKind.h"
 #include "Models/Job.h"
 #include "Models/JobPlan.h"
@@ -31,6 +32,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <type_traits>
 #include <variant>
 
 class QueueWorker;
@@ -50,12 +52,8 @@ public:
     /// Takes a file that has come in.
     using OnProbed = std::function<void(const VideoFile &)>;
 
-    /// Two PNG files: a moment of the source, and the same after encoding.
-    struct PreviewImages {
-        QByteArray before;
-        QByteArray after;
-        bool operator==(const PreviewImages &) const = default;
-    };
+    /// Two PNG files: a moment of the source, and a moment after encoding.
+    using PreviewImages = PreviewEngine::Images;
 
     Q_PROPERTY(QList<VideoFile> files READ files NOTIFY filesChanged)
     Q_PROPERTY(std::optional<QUuid> selectedFileID READ selectedFileID WRITE setSelectedFileID
@@ -183,6 +181,9 @@ public:
     void setAppliedPreset(const std::optional<UserPreset> &preset);
     const std::optional<QString> &presetBanner() const { return m_presetBanner; }
     void setPresetBanner(const std::optional<QString> &text);
+    /// Makes two stills of the selected file at a position in seconds: one of the source, one with
+    /// the settings of the request. One at a time; a failure goes to `lastError`.
+    void generatePreview(const PreviewEngine::Request &request, double position);
     const std::optional<PreviewImages> &previewImages() const { return m_previewImages; }
     bool previewRunning() const { return m_previewRunning; }
     double previewSeconds() const { return m_previewSeconds; }
@@ -247,8 +248,17 @@ private:
     /// How a run of a plan ended.
     using Ending = std::variant<ExecutionOutcome, std::exception_ptr>;
 
+    using PreviewEnding = std::variant<PreviewImages, std::exception_ptr>;
+
     template <typename Value>
-    void assign(Value &field, const Value &value, void (AppModel::*changed)());
+    void assign(Value &field, const std::type_identity_t<Value> &value, void (AppModel::*changed)())
+    {
+        if (field == value) {
+            return;
+        }
+        field = value;
+        Q_EMIT(this->*changed)();
+    }
 
     void readSettings();
     void locateFFmpeg();
@@ -275,6 +285,10 @@ private:
     void end(Job &job, const JobPlan &plan, const Ending &ending);
     void finish(Job &job, const JobPlan &plan, const ExecutionOutcome &outcome);
     void notifyFinished(const QString &fileName, const QString &saved);
+    void runPreview(const JobPlan &plan);
+    void endPreview(const PreviewEnding &ending);
+    void endPreview(const QString &reason);
+
     void holdSleep();
     void releaseSleep();
     void endChildren();
@@ -311,6 +325,7 @@ private:
     std::optional<FFmpegToolset> m_toolset;
     std::shared_ptr<HardwareEncoders> m_hardwareEncoders;
     QHash<QUuid, std::shared_ptr<PlanExecutor>> m_executors;
+    std::shared_ptr<PlanExecutor> m_previewExecutor;
     QHash<QUuid, QList<double>> m_keyframeCache;
     // Living ones and ended ones: the pool is filled once and never refilled.
     QList<QueueWorker *> m_workers;

@@ -8,6 +8,7 @@
 #include "App/JobPlanner.h"
 #include "App/QueueWorker.h"
 #include "Engine/EncoderStandIns.h"
+#include "Engine/FrameTiming.h"
 #include "Engine/Text.h"
 
 #include <QDir>
@@ -188,10 +189,8 @@ std::optional<JobPlan> AppModel::planOrFail(Job &job) const
         return buildPlan(job);
     } catch (const BuilderError &error) {
         job.setState(Job::Failed{builderMessage(error)});
-    } catch (const DescribedError &error) {
-        job.setState(Job::Failed{error.errorDescription()});
-    } catch (const std::exception &error) {
-        job.setState(Job::Failed{QString::fromUtf8(error.what())});
+    } catch (const std::exception &) {
+        job.setState(Job::Failed{JobFailure::description(std::current_exception())});
     }
     return std::nullopt;
 }
@@ -210,7 +209,9 @@ JobPlan AppModel::buildPlan(const Job &job) const
 
 JobPlan AppModel::runnablePlan(const JobPlan &plan) const
 {
-    return m_hardwareEncoders ? EncoderStandIns::apply(plan, m_hardwareEncoders->standIns()) : plan;
+    const JobPlan timed = FrameTiming::apply(plan);
+    return m_hardwareEncoders ? EncoderStandIns::apply(timed, m_hardwareEncoders->standIns())
+                              : timed;
 }
 
 QString AppModel::builderMessage(const BuilderError &error) const

@@ -3,6 +3,8 @@
 
 #include "App/Fmt.h"
 
+#include "Engine/Text.h"
+
 #include <QLatin1StringView>
 
 #include <array>
@@ -11,6 +13,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr double leastSaving = 0.01;
+constexpr double roundingOfDoubles = 1e-12;
 
 struct Unit {
     QLatin1StringView name;
@@ -61,4 +66,22 @@ QString Fmt::bytes(qint64 count, const QLocale &locale)
     const Unit &unit = units.at(i);
     const double value = std::copysign(rounded(size, unit), static_cast<double>(count));
     return number(value, unit.decimals, locale) + u' ' + unit.name;
+}
+
+QString Fmt::mb(double value)
+{
+    return Text::fixed(value, value == std::round(value) ? 0 : 1) + u" MB"_s;
+}
+
+std::optional<QString> Fmt::saving(qint64 originalBytes, qint64 newBytes)
+{
+    if (originalBytes <= 0) {
+        return std::nullopt;
+    }
+    const double saved = 1 - static_cast<double>(newBytes) / static_cast<double>(originalBytes);
+    // A saving of exactly 1 % is a hair off in doubles.
+    if (saved <= leastSaving + roundingOfDoubles) {
+        return std::nullopt;
+    }
+    return u'\u2212' + QString::number(static_cast<int>(saved * 100)) + u'%';
 }

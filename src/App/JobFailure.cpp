@@ -38,9 +38,18 @@ Job::State JobFailure::state(const std::exception_ptr &failure, AppLanguage lang
         return stateOf(error, language);
     } catch (const ExecutorError &) {
         return Job::Failed{L10n::t(u"error.targetNotMet"_s, language)};
+    } catch (const std::exception &) {
+        return Job::Failed{description(failure)};
+    }
+}
+
+QString JobFailure::description(const std::exception_ptr &failure)
+{
+    try {
+        std::rethrow_exception(failure);
     } catch (const DescribedError &error) {
-        return Job::Failed{error.errorDescription()};
+        return error.errorDescription();
     } catch (const std::exception &error) {
-        return Job::Failed{QString::fromUtf8(error.what())};
+        return QString::fromUtf8(error.what());
     }
 }

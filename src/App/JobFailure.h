@@ -15,4 +15,7 @@ namespace JobFailure {
 /// that was ended in the middle of a step is a failure like any other.
 Job::State state(const std::exception_ptr &failure, AppLanguage language);
 
+/// The failure's own description, for diagnostics.
+QString description(const std::exception_ptr &failure);
+
 } // namespace JobFailure

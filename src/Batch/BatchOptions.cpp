@@ -11,7 +11,7 @@
 #include <QCommandLineParser>
 #include <QRegularExpression>
 
-#include <cmath>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -85,42 +85,90 @@ qint64 jobCount(const QString &text)
     return *count;
 }
 
-void assignField(TargetSizeParams &params, const QString &argument)
+// Each action by its name, with its parameters as they are when nothing is said of them.
+const QList<JobMode> &actions()
+{
+    static const QList<JobMode> modes{
+        TargetSizeParams(), ConvertParams(), CompressParams(), ExtractParams(), TrimParams(),
+        GifParams(),        EnhanceParams(), MergeParams(),    SplitParams(),   AdjustParams(),
+    };
+    return modes;
+}
+
+QString nameOf(const JobMode &mode)
+{
+    return rawValue(actionOf(mode));
+}
+
+QStringList actionNames()
+{
+    QStringList names;
+    for (const JobMode &mode : actions()) {
+        names += nameOf(mode);
+    }
+    return names;
+}
+
+JobMode actionNamed(const QString &name)
+{
+    const auto found = std::ranges::find(actions(), name, nameOf);
+    if (found == actions().end()) {
+        throw UsageError(
+            u"there is no action \"%1\"; there are: %2"_s.arg(name, actionNames().join(u' ')));
+    }
+    return *found;
+}
+
+void assignField(JobMode &mode, const QString &argument)
 {
     const qsizetype equals = argument.indexOf(u'=');
+    const QString name = argument.first(equals);
+    const QString value = argument.sliced(equals + 1);
     try {
-        FieldAssignment::assign(params, argument.first(equals), argument.sliced(equals + 1));
+        std::visit([&](auto &params) { FieldAssignment::assign(params, name, value); }, mode);
     } catch (const Json::DecodeError &error) {
         throw UsageError(error.errorDescription() +
                          u" (a file of such a name is written ./%1)"_s.arg(argument));
     }
 }
 
-void requireUsable(const TargetSizeParams &params)
+void requireUsable(const JobMode &mode)
 {
-    if (!std::isfinite(params.targetMB) || params.targetMB <= 0 ||
-        params.targetMB > largestTargetMB) {
+    if (const auto *params = std::get_if<TargetSizeParams>(&mode);
+        params && !(params->targetMB > 0 && params->targetMB <= largestTargetMB)) {
         throw UsageError(u"targetMB: a number of megabytes above 0 and up to %1 is expected"_s.arg(
             largestTargetMB, 0, 'f', 0));
     }
+    if (const auto *params = std::get_if<AdjustParams>(&mode); params && !(params->speed > 0)) {
+        throw UsageError(u"speed: a number above 0 is expected"_s);
+    }
 }
 
-// ACTION [field=value …] FILE…
-void takePositionals(BatchOptions &options, const QStringList &positionals,
+// Trimming, merging and splitting keep what they copy: there is nothing to estimate.
+void requireEstimate(const JobMode &mode)
+{
+    const ActionKind action = actionOf(mode);
+    if (action == ActionKind::trim || action == ActionKind::merge || action == ActionKind::split) {
+        throw UsageError(u"there is no estimate for %1"_s.arg(nameOf(mode)));
+    }
+}
+
+// [estimate] ACTION [field=value …] FILE…
+void takePositionals(BatchOptions &options, QStringList positionals,
                      const QStringList &furtherFiles)
 {
+    if (positionals.value(0) == "estimate"_L1) {
+        options.running = BatchOptions::Running::estimate;
+        positionals.removeFirst();
+    }
     if (positionals.isEmpty()) {
         throw UsageError(u"an action is expected, such as targetSize"_s);
     }
-    if (positionals.first() != "targetSize"_L1) {
-        throw UsageError(
-            u"there is no action \"%1\"; there is: targetSize"_s.arg(positionals.first()));
+    options.mode = actionNamed(positionals.takeFirst());
+    while (!positionals.isEmpty() && isField(positionals.first())) {
+        assignField(options.mode, positionals.takeFirst());
     }
-    qsizetype next = 1;
-    for (; next < positionals.size() && isField(positionals.at(next)); ++next) {
-        assignField(options.params, positionals.at(next));
-    }
-    for (const QString &path : positionals.sliced(next) + furtherFiles) {
+    for (const QString &path : positionals + furtherFiles) {
         if (path.isEmpty()) {
             throw UsageError(u"a file with an empty name can't be meant"_s);
         }
@@ -129,7 +177,10 @@ void takePositionals(BatchOptions &options, const QStringList &positionals,
     if (options.files.isEmpty()) {
         throw UsageError(u"at least one file is expected"_s);
     }
-    requireUsable(options.params);
+    requireUsable(options.mode);
+    if (options.running == BatchOptions::Running::estimate) {
+        requireEstimate(options.mode);
+    }
 }
 
 } // namespace
@@ -161,23 +212,40 @@ BatchOptions BatchOptions::parse(const QStringList &arguments)
 
 QString BatchOptions::helpText()
 {
-    return uR"(Usage: morvix-batch ACTION [field=value …] [options] [--] FILE…
+    return uR"(Usage: morvix-batch [estimate] ACTION [field=value …] [options] [--] FILE…
 
-A FILE may be a folder: all media files in it are taken.
+Works through the files without a window. The inputs are never changed. A FILE may be a folder: all
+media files in it are taken. With the word "estimate", tells what would come out and runs nothing.
 
-Works through the files without a window. The inputs are never changed.
-
-Actions
+Actions and their fields, with what they are when nothing is said
   targetSize   fit each film under an exact size
+               targetMB=25 muted=false skipHeadSeconds=N skipTailSeconds=N exactTwoPass=false
+  convert      change the container, encode only what it can't hold
+               container=mp4|mov|mkv|webm|avi forceReencode=false
+               audioFormat=keep|aac|mp3|wav|flac
+  compress     make each film smaller
+               mode=smart|quality quality=maximum|high|balanced|small|tiny
+               resolution=original|p2160|p1440|p1080|p720|p480|custom customHeight=N muted=false
+  extract      take the sound out
+               format=m4a|mp3|aac|wav bitrateKbps=192 audioTrackIndex=0
+  trim         keep some stretches
+               segments='[{"start":1,"end":3.5}]' separateFiles=false exactReencode=false
+  gif          make an animated GIF
+               start=0 end=N width=480 fps=15 loopForever=true bounce=false screenContent=false
+  enhance      clean up, sharpen, enlarge
+               denoise=off|light|medium|strong sharpen=off|light|medium upscale=x1|x15|x2
+               muted=false
+  merge        join all files in the order given
+               container=mp4|mov|mkv|webm|avi forceReencode=false
+  split        cut each film into parts
+               mode=bySize|byDuration|byParts sizePerPartMB=25 durationPerPartSeconds=60 parts=2
+  adjust       rotate, flip, change the speed, reverse
+               rotation=none|cw90|r180|ccw90 flipH=false flipV=false speed=1 reverse=false
+               muted=false
 
-Fields of targetSize
-  targetMB=25              the limit in megabytes of 1,000,000 bytes
-  muted=false              drop the sound
-  skipHeadSeconds=N        seconds to cut off the start
-  skipTailSeconds=N        seconds to cut off the end
-  exactTwoPass=false       two careful passes of x264 in place of one fast one
-  advanced.NAME=VALUE      codec, fpsCap, audioBitrateKbps, volumeDb, replacementAudioURL,
-                           crop, extraArgs; lists and objects as JSON
+Fields of most actions
+  advanced.NAME=VALUE      codec, crf, fpsCap, audioBitrateKbps, volumeDb, replacementAudioURL,
+                           crop, extraArgs, hdrPassthrough, preserveAlpha; lists and objects as JSON
 
 Options
   --out DIR    write the results to DIR instead of beside each file

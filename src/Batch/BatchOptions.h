@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Models/JobParams.h"
+#include "Models/JobMode.h"
 
 #include <QList>
 #include <QString>
@@ -30,12 +30,12 @@ private:
 struct BatchOptions {
     enum class Request { run, help, version };
     enum class Output { text, json };
-    enum class Running { real, dry };
+    enum class Running { real, dry, estimate };
 
     Request request = Request::run;
     Output output = Output::text;
     Running running = Running::real;
-    TargetSizeParams params;
+    JobMode mode;
     /// Files and folders.
     QList<QUrl> files;
     std::optional<QUrl> outputDirectory;

@@ -3,10 +3,12 @@
 
 #include "Batch/BatchRun.h"
 
+#include "App/Fmt.h"
 #include "Batch/BatchTexts.h"
 #include "Batch/ExitCode.h"
 #include "Batch/InputCheck.h"
 #include "Batch/ResultCheck.h"
+#include "Engine/Estimator.h"
 #include "Engine/FolderExpander.h"
 #include "Engine/TemporaryFiles.h"
 
@@ -28,6 +30,43 @@ std::optional<qint64> limitOf(const JobMode &mode)
     const auto *params = std::get_if<TargetSizeParams>(&mode);
     return params ? std::optional(static_cast<qint64>(params->targetMB * 1e6)) : std::nullopt;
 }
+
+// Trimming, merging and splitting have none: the options don't let them through.
+struct Estimates {
+    const VideoFile &file;
+
+    EstimateInfo operator()(const TargetSizeParams &params) const
+    {
+        return Estimator::targetSize(file, params);
+    }
+    EstimateInfo operator()(const ConvertParams &params) const
+    {
+        return Estimator::convert(file, params);
+    }
+    EstimateInfo operator()(const CompressParams &params) const
+    {
+        return Estimator::compress(file, params);
+    }
+    EstimateInfo operator()(const ExtractParams &params) const
+    {
+        return Estimator::extract(file, params.format, params.bitrateKbps, params.audioTrackIndex);
+    }
+    EstimateInfo operator()(const GifParams &params) const { return Estimator::gif(file, params); }
+    EstimateInfo operator()(const EnhanceParams &params) const
+    {
+        return Estimator::enhance(file, params);
+    }
+    EstimateInfo operator()(const AdjustParams &params) const
+    {
+        return Estimator::adjust(file, params);
+    }
+    template <typename Params> EstimateInfo operator()(const Params &) const
+    {
+        EstimateInfo info;
+        info.originalBytes = info.estimatedBytes = file.fileSizeBytes;
+        return info;
+    }
+};
 
 } // namespace
 
@@ -109,19 +148,14 @@ void BatchRun::enqueueAll()
     if (m_signalNumber != 0) {
         return;
     }
+    const QList<VideoFile> files = probedFiles();
+    if (m_options.running == BatchOptions::Running::estimate) {
+        estimateAll(files);
+        return;
+    }
     const bool isDry = m_options.running == BatchOptions::Running::dry;
     m_model.setQueuePaused(isDry);
-    QHash<QUrl, VideoFile> files;
-    for (const VideoFile &file : m_model.files()) {
-        files.insert(file.url, file);
-    }
-    for (const QUrl &url : std::as_const(m_inputs)) {
-        if (files.contains(url)) {
-            m_model.enqueueProbed(files.value(url), m_options.params);
-        } else {
-            tellFailed(url, m_model.t(u"error.probe"_s));
-        }
-    }
+    enqueueFiles(files);
     if (isDry) {
         planAll();
         return;
@@ -139,6 +173,70 @@ void BatchRun::enqueueAll()
         m_model.checkHardwareEncoders();
     }
     endIfAllTold();
+}
+
+// In the order of the command line; what couldn't be probed is told.
+QList<VideoFile> BatchRun::probedFiles()
+{
+    QHash<QUrl, VideoFile> known;
+    for (const VideoFile &file : m_model.files()) {
+        known.insert(file.url, file);
+    }
+    QList<VideoFile> files;
+    for (const QUrl &url : std::as_const(m_inputs)) {
+        if (known.contains(url)) {
+            files.append(known.value(url));
+        } else {
+            tellFailed(url, m_model.t(u"error.probe"_s));
+        }
+    }
+    return files;
+}
+
+void BatchRun::enqueueFiles(const QList<VideoFile> &files)
+{
+    if (!std::holds_alternative<MergeParams>(m_options.mode)) {
+        for (const VideoFile &file : files) {
+            m_model.enqueueProbed(file, m_options.mode);
+        }
+        return;
+    }
+    // A film that lacks one of its clips is not what was asked for; which one has been told.
+    if (m_someFailed) {
+        return;
+    }
+    if (files.size() < 2) {
+        tellFailed(files.first().url, m_model.t(u"merge.needmore"_s));
+        return;
+    }
+    m_model.enqueueMerge(m_options.mode, files);
+}
+
+void BatchRun::estimateAll(const QList<VideoFile> &files)
+{
+    for (const VideoFile &file : files) {
+        m_report.estimated(estimatedJob(file));
+    }
+    Q_EMIT done(exitCode());
+}
+
+EstimatedJob BatchRun::estimatedJob(const VideoFile &file) const
+{
+    EstimatedJob job;
+    job.input = file.url;
+    job.info = std::visit(Estimates{file}, m_options.mode);
+    if (const auto *params = std::get_if<TargetSizeParams>(&m_options.mode)) {
+        job.guarantee = m_model.tf(
+            u"target.estimate"_s, {Fmt::bytes(job.info.estimatedBytes), Fmt::mb(params->targetMB)});
+    }
+    if (job.info.badgeKey) {
+        job.badge = m_model.t(*job.info.badgeKey);
+    }
+    for (const EstimateWarning &warning : job.info.warnings) {
+        job.warnings +=
+            warning.args.isEmpty() ? m_model.t(warning.key) : m_model.tf(warning.key, warning.args);
+    }
+    return job;
 }
 
 void BatchRun::planAll()
@@ -215,10 +313,11 @@ void BatchRun::examine(const std::shared_ptr<Job> &job)
 {
     Progress &progress = m_progress[job->id];
     progress.seconds = static_cast<double>(progress.sinceStart.elapsed()) / 1000;
-    const auto look = [input = job->input, plan = progress.plan.value(),
-                       ffprobe = m_model.toolset()->ffprobeURL, language = m_model.language()] {
-        return ResultCheck::problem(input, plan, ffprobe, language);
-    };
+    const auto look =
+        [subject = ResultCheck::Subject{job->input, actionOf(job->mode), progress.plan.value()},
+         ffprobe = m_model.toolset()->ffprobeURL, language = m_model.language()] {
+            return ResultCheck::problem(subject, ffprobe, language);
+        };
     m_examinations.run(look,
                        [this, job](const std::optional<QString> &problem) { end(job, problem); });
 }

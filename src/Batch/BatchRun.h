@@ -46,7 +46,11 @@ private:
     QList<QUrl> usableFiles();
     void takeIn(const QList<QUrl> &urls);
     void enqueueAll();
+    QList<VideoFile> probedFiles();
+    void enqueueFiles(const QList<VideoFile> &files);
     void planAll();
+    void estimateAll(const QList<VideoFile> &files);
+    EstimatedJob estimatedJob(const VideoFile &file) const;
     void cancelAll();
     void follow(const std::shared_ptr<Job> &job);
     void tell(const std::shared_ptr<Job> &job);

@@ -30,6 +30,8 @@ constexpr std::array rows{
         u"一次最多处理前 %1$@ 个文件。"},
     Row{cutOff, u"This film has been cut off: the result holds %1$@ of %2$@ seconds.",
         u"这个视频不完整：结果只有 %1$@ 秒，应为 %2$@ 秒。"},
+    Row{clipsLost, u"A clip couldn't be joined: the result holds %1$@ of %2$@ seconds.",
+        u"有片段未能合并：结果只有 %1$@ 秒，应为 %2$@ 秒。"},
     Row{noFilmInResult, u"FFmpeg told no error, but the result holds no film.",
         u"FFmpeg 没有报错，但结果里没有视频。"},
     Row{incompleteResult, u"FFmpeg told no error, but the result is incomplete.",

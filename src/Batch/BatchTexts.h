@@ -23,6 +23,8 @@ enum class Sentence {
     tooMany,
     /// Takes the seconds that the result holds and those that it should hold.
     cutOff,
+    /// Takes the same.
+    clipsLost,
     noFilmInResult,
     incompleteResult,
     diskFull,

@@ -97,6 +97,23 @@ void JsonReport::planned(const PlannedJob &job)
     write(line);
 }
 
+void JsonReport::estimated(const EstimatedJob &job)
+{
+    QJsonObject line = lineOf(u"estimate"_s, job.input);
+    line.insert(u"originalBytes"_s, job.info.originalBytes);
+    line.insert(u"estimatedBytes"_s, job.info.estimatedBytes);
+    if (job.info.badgeKey) {
+        line.insert(u"badgeKey"_s, *job.info.badgeKey);
+    }
+    QJsonArray keys;
+    for (const EstimateWarning &warning : job.info.warnings) {
+        keys.append(warning.key);
+    }
+    line.insert(u"warningKeys"_s, keys);
+    line.insert(u"warnings"_s, QJsonArray::fromStringList(job.warnings));
+    write(line);
+}
+
 void JsonReport::write(const QJsonObject &object)
 {
     m_out.write(QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');

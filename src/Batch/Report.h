@@ -3,10 +3,12 @@
 
 #pragma once
 
+#include "Engine/Estimator.h"
 #include "Models/JobPlan.h"
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 
 #include <optional>
@@ -36,6 +38,16 @@ struct PlannedJob {
     QUrl ffmpeg;
 };
 
+/// What a job would come to, in the words of the window.
+struct EstimatedJob {
+    QUrl input;
+    EstimateInfo info;
+    /// What the window promises under the estimate; absent where no size is promised.
+    std::optional<QString> guarantee;
+    std::optional<QString> badge;
+    QStringList warnings;
+};
+
 /// Where morvix-batch tells what happens. Called on the main thread.
 class Report
 {
@@ -47,4 +59,5 @@ public:
     virtual void finished(const FinishedJob &job) = 0;
     virtual void failed(const QUrl &input, const QString &message) = 0;
     virtual void planned(const PlannedJob &job) = 0;
+    virtual void estimated(const EstimatedJob &job) = 0;
 };

@@ -75,31 +75,74 @@ bool isDiskFull(const QUrl &output)
     return disk.isValid() && disk.bytesAvailable() < fullBelowBytes;
 }
 
+// The actions whose result lasts as long as their steps work through; the others make parts, or
+// pass over their input more than once.
+bool keepsItsLength(ActionKind action)
+{
+    return action != ActionKind::trim && action != ActionKind::split && action != ActionKind::gif;
+}
+
+/// One look at one job, with what all its questions share.
+struct Look {
+    const ResultCheck::Subject &subject;
+    const QUrl &ffprobe;
+    AppLanguage language;
+
+    QString words(Sentence sentence, const QStringList &arguments = {}) const
+    {
+        return BatchTexts::text(sentence, language, arguments);
+    }
+
+    QString withCause(Sentence sentence, const QUrl &output) const
+    {
+        return isDiskFull(output) ? words(sentence) + u' ' + words(Sentence::diskFull)
+                                  : words(sentence);
+    }
+
+    // Being short alone is no fault: replacement audio ends a film early, and a subtitle may
+    // outlast the picture. A joined film, though, has lost a clip that couldn't be opened.
+    std::optional<QString> shortage(const Result &result) const
+    {
+        const double expected = expectedSeconds(subject.plan);
+        if (!keepsItsLength(subject.action) || result.seconds >= expected - toleratedSeconds) {
+            return std::nullopt;
+        }
+        const QStringList seconds{Text::fixed(result.seconds, 1), Text::fixed(expected, 1)};
+        if (subject.action == ActionKind::merge && result.isReadable) {
+            return words(Sentence::clipsLost, seconds);
+        }
+        if (endsTooEarly(subject.input.url, ffprobe)) {
+            return words(Sentence::cutOff, seconds);
+        }
+        return std::nullopt;
+    }
+
+    std::optional<QString> problemOf(const QUrl &output) const
+    {
+        const Result result = resultAt(output, ffprobe);
+        if (const std::optional<QString> sentence = shortage(result)) {
+            return sentence;
+        }
+        if (!result.isFilm || (!result.isReadable && isDiskFull(output))) {
+            return withCause(Sentence::noFilmInResult, output);
+        }
+        if (result.isReadable && endsTooEarly(output, ffprobe)) {
+            return withCause(Sentence::incompleteResult, output);
+        }
+        return std::nullopt;
+    }
+};
+
 } // namespace
 
-std::optional<QString> ResultCheck::problem(const VideoFile &input, const JobPlan &plan,
-                                            const QUrl &ffprobe, AppLanguage language)
+std::optional<QString> ResultCheck::problem(const Subject &subject, const QUrl &ffprobe,
+                                            AppLanguage language)
 {
-    const double expected = expectedSeconds(plan);
-    const QUrl &output = plan.finalOutputURLs.first();
-    const auto withCause = [&](Sentence sentence) {
-        const QString words = BatchTexts::text(sentence, language);
-        return isDiskFull(output) ? words + u' ' + BatchTexts::text(Sentence::diskFull, language)
-                                  : words;
-    };
-    const Result result = resultAt(output, ffprobe);
-    const bool isShort = result.seconds < expected - toleratedSeconds;
-    // Being short alone is no fault: replacement audio ends a film early, and a subtitle may
-    // outlast the picture.
-    if (isShort && endsTooEarly(input.url, ffprobe)) {
-        return BatchTexts::text(Sentence::cutOff, language,
-                                {Text::fixed(result.seconds, 1), Text::fixed(expected, 1)});
-    }
-    if (!result.isFilm || (!result.isReadable && isDiskFull(output))) {
-        return withCause(Sentence::noFilmInResult);
-    }
-    if (result.isReadable && endsTooEarly(output, ffprobe)) {
-        return withCause(Sentence::incompleteResult);
+    const Look look{subject, ffprobe, language};
+    for (const QUrl &output : subject.plan.finalOutputURLs) {
+        if (const std::optional<QString> sentence = look.problemOf(output)) {
+            return sentence;
+        }
     }
     return std::nullopt;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "App/L10n.h"
+#include "Models/ActionKind.h"
 #include "Models/JobPlan.h"
 #include "Models/VideoFile.h"
 
@@ -16,9 +17,15 @@
 /// no room on the disk, and one that is short because its input was cut off.
 namespace ResultCheck {
 
+/// A job that has ended well, by ffmpeg's account.
+struct Subject {
+    VideoFile input;
+    ActionKind action = ActionKind::targetSize;
+    JobPlan plan;
+};
+
 /// The sentence for the user; absent when nothing speaks against the result. Blocks for ffprobe,
 /// which reads the whole result and, when that is too short, the whole input.
-std::optional<QString> problem(const VideoFile &input, const JobPlan &plan, const QUrl &ffprobe,
-                               AppLanguage language);
+std::optional<QString> problem(const Subject &subject, const QUrl &ffprobe, AppLanguage language);
 
 } // namespace ResultCheck

@@ -40,6 +40,12 @@ QString shareOfLimit(const FinishedJob &job, qint64 limitBytes)
            u" % of "_s + Fmt::bytes(limitBytes);
 }
 
+QString places(const QList<QUrl> &outputs)
+{
+    const QString first = printable(outputs.first().toLocalFile());
+    return outputs.size() == 1 ? first : first + u" and %1 more"_s.arg(outputs.size() - 1);
+}
+
 QString attempts(int count)
 {
     return count == 1 ? u"1 attempt"_s : u"%1 attempts"_s.arg(count);
@@ -90,8 +96,8 @@ void TextReport::finished(const FinishedJob &job)
     }
     facts += attempts(job.attempts);
     facts += Text::fixed(job.seconds, 1) + u" s"_s;
-    QString line = nameOf(job.input) + u": "_s + facts.join(u", "_s) + u" → "_s +
-                   printable(job.outputs.first().toLocalFile());
+    QString line =
+        nameOf(job.input) + u": "_s + facts.join(u", "_s) + u" → "_s + places(job.outputs);
     if (job.note) {
         line += u" ("_s + *job.note + u')';
     }
@@ -121,6 +127,24 @@ void TextReport::planned(const PlannedJob &job)
         }
         writeLine(m_out, u"# "_s + step.label);
         writeLine(m_out, ShellQuoting::commandLine(program, runs));
+    }
+}
+
+void TextReport::estimated(const EstimatedJob &job)
+{
+    QString line = u"%1: %2 → ≈ %3"_s.arg(nameOf(job.input), Fmt::bytes(job.info.originalBytes),
+                                          Fmt::bytes(job.info.estimatedBytes));
+    if (const std::optional<QString> saving =
+            Fmt::saving(job.info.originalBytes, job.info.estimatedBytes)) {
+        line += u' ' + *saving;
+    }
+    if (job.badge) {
+        line += u" ("_s + *job.badge + u')';
+    }
+    writeLine(m_out, line);
+    for (const QString &remark :
+         (job.guarantee ? QStringList{*job.guarantee} : QStringList()) + job.warnings) {
+        writeLine(m_out, u"  "_s + remark);
     }
 }
 

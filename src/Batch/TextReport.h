@@ -22,6 +22,7 @@ public:
     void finished(const FinishedJob &job) override;
     void failed(const QUrl &input, const QString &message) override;
     void planned(const PlannedJob &job) override;
+    void estimated(const EstimatedJob &job) override;
 
 private:
     void showBar();

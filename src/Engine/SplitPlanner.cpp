@@ -15,6 +15,9 @@ constexpr double shortestCountedPart = 0.5;
 // Less than this at the end isn't worth a part of its own.
 constexpr double negligibleRest = 0.05;
 
+// More are a slip of the keyboard, or a file that lies about its length.
+constexpr double mostParts = 100'000;
+
 // The sum by which the size of an encode is planned, so that a part of 25 MB means the same size
 // in both actions.
 constexpr double kilobitsPerMegabyte = 8192.0;
@@ -56,7 +59,7 @@ QList<TrimSegment> SplitPlanner::segments(double duration, qint64 totalKbps,
         return {};
     }
     const std::optional<double> length = partSeconds(duration, totalKbps, params);
-    if (!length) {
+    if (!length || !(duration / *length <= mostParts)) {
         return {};
     }
     QList<TrimSegment> parts;

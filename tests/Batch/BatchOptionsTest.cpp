@@ -47,7 +47,7 @@ TEST(BatchOptions, an_action_and_a_file_are_enough)
     EXPECT_EQ(options.request, BatchOptions::Request::run);
     EXPECT_EQ(options.output, BatchOptions::Output::text);
     EXPECT_EQ(options.running, BatchOptions::Running::real);
-    EXPECT_EQ(options.params, TargetSizeParams());
+    EXPECT_EQ(options.mode, JobMode(TargetSizeParams()));
     EXPECT_EQ(options.outputDirectory, std::nullopt);
     EXPECT_EQ(paths(options), QStringList{u"/films/a.mp4"_s});
 }
@@ -57,8 +57,8 @@ TEST(BatchOptions, fields_stand_between_the_action_and_the_files)
     const BatchOptions options = BatchOptions::parse(
         {u"targetSize"_s, u"targetMB=8"_s, u"advanced.fpsCap=30"_s, u"/a.mp4"_s, u"/b.mp4"_s});
 
-    EXPECT_EQ(options.params.targetMB, 8);
-    EXPECT_EQ(options.params.advanced.fpsCap, 30);
+    EXPECT_EQ(std::get<TargetSizeParams>(options.mode).targetMB, 8);
+    EXPECT_EQ(std::get<TargetSizeParams>(options.mode).advanced.fpsCap, 30);
     EXPECT_EQ(paths(options), (QStringList{u"/a.mp4"_s, u"/b.mp4"_s}));
 }
 
@@ -66,14 +66,14 @@ TEST(BatchOptions, the_last_of_two_values_of_a_field_counts)
 {
     const BatchOptions options =
         BatchOptions::parse({u"targetSize"_s, u"targetMB=8"_s, u"targetMB=9"_s, u"/a.mp4"_s});
-    EXPECT_EQ(options.params.targetMB, 9);
+    EXPECT_EQ(std::get<TargetSizeParams>(options.mode).targetMB, 9);
 }
 
 TEST(BatchOptions, a_value_may_hold_an_equals_sign)
 {
     const BatchOptions options = BatchOptions::parse(
         {u"targetSize"_s, u"advanced.extraArgs=-metadata title=x"_s, u"/a.mp4"_s});
-    EXPECT_EQ(options.params.advanced.extraArgs, u"-metadata title=x"_s);
+    EXPECT_EQ(std::get<TargetSizeParams>(options.mode).advanced.extraArgs, u"-metadata title=x"_s);
 }
 
 TEST(BatchOptions, options_may_stand_anywhere_before_the_double_dash)
@@ -106,7 +106,7 @@ TEST(BatchOptions, behind_the_double_dash_everything_is_a_file)
                              u"muted=true"_s, u"--"_s});
 
     EXPECT_EQ(options.output, BatchOptions::Output::text);
-    EXPECT_FALSE(options.params.muted);
+    EXPECT_FALSE(std::get<TargetSizeParams>(options.mode).muted);
     EXPECT_EQ(paths(options), (QStringList{here(u"-x.mp4"_s), here(u"--json"_s),
                                            here(u"muted=true"_s), here(u"--"_s)}));
 }
@@ -115,7 +115,7 @@ TEST(BatchOptions, behind_the_first_file_everything_is_a_file)
 {
     const BatchOptions options =
         BatchOptions::parse({u"targetSize"_s, u"a.mp4"_s, u"targetMB=8"_s});
-    EXPECT_EQ(options.params.targetMB, 25);
+    EXPECT_EQ(std::get<TargetSizeParams>(options.mode).targetMB, 25);
     EXPECT_EQ(paths(options), (QStringList{here(u"a.mp4"_s), here(u"targetMB=8"_s)}));
 }
 

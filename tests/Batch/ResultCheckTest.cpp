@@ -48,7 +48,8 @@ protected:
         plan.finalOutputURLs = {QUrl::fromLocalFile(output)};
         VideoFile file;
         file.url = QUrl::fromLocalFile(input);
-        return ResultCheck::problem(file, plan, Clips::tools().ffprobeURL, AppLanguage::english);
+        return ResultCheck::problem({file, ActionKind::targetSize, plan}, Clips::tools().ffprobeURL,
+                                    AppLanguage::english);
     }
 
     TempFolder m_folder;

@@ -80,6 +80,7 @@ qint64 compressVideoKbps(const VideoFile &file, const CompressParams &params);
 /// The encoder of compress() where no alpha is kept: the automatic choice leaves HEVC in HEVC.
 QString compressEncoder(const VideoFile &file, CodecChoice codec,
                         const std::optional<FFmpegToolset> &toolset);
+
 /// Takes one audio track out as a file, by copy where an M4A is wanted and takes it. A track beyond
 /// the list counts as the nearest. Throws BuilderError::noAudioTrack.
 JobPlan extract(const VideoFile &file, const ExtractParams &params,
@@ -97,6 +98,7 @@ JobPlan trim(const VideoFile &file, const TrimParams &params,
 JobPlan gif(const VideoFile &file, const GifParams &params,
             const std::optional<QUrl> &outputDirectory,
             const std::optional<QString> &namingTemplate);
+
 /// Denoises, upscales and sharpens. One step, "enhance"; always an MP4 whose picture is encoded
 /// anew, even with everything off. A replacement file isn't opened: it only has the sound encoded.
 /// Never throws.
