@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Morvix authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "Engine/CommandBuilder/CommandBuilder.h"
+#include "App/JobPlanner.h"
 #include "Engine/Estimator.h"
 
 #include <benchmark/benchmark.h>
@@ -39,18 +39,42 @@ FFmpegToolset tools()
             .encoders = {u"libx264"_s, u"libx265"_s, u"prores_ks"_s, u"aac"_s}};
 }
 
-// Aim: under 100 µs. A panel reckons plans while a slider moves.
-void targetSizePlan(benchmark::State &state)
+// Aim: under 100 µs. A worker plans on the main thread.
+void plan(benchmark::State &state, const JobMode &mode)
 {
-    const VideoFile file = film();
-    const FFmpegToolset toolset = tools();
-    const QUrl folder = QUrl::fromLocalFile(QDir::tempPath());
-    TargetSizeParams params;
-    params.exactTwoPass = state.range(0) == 2;
+    const Job job(film(), {film()}, mode, QUrl::fromLocalFile(QDir::tempPath()));
+    const std::optional<FFmpegToolset> toolset = tools();
     for ([[maybe_unused]] auto round : state) {
-        JobPlan plan = CommandBuilder::targetSize(file, params, toolset, folder, std::nullopt);
-        benchmark::DoNotOptimize(plan);
+        JobPlan made = JobPlanner::plan(job, toolset, job.outputDirectory, std::nullopt);
+        benchmark::DoNotOptimize(made);
     }
+}
+
+JobMode twoPasses()
+{
+    TargetSizeParams params;
+    params.exactTwoPass = true;
+    return params;
+}
+
+JobMode anHourInMinutes()
+{
+    SplitParams params;
+    params.mode = SplitParams::Mode::byParts;
+    params.parts = 60;
+    return params;
+}
+
+JobMode threeStretches()
+{
+    TrimParams params;
+    for (const double start : {10.0, 50.0, 100.0}) {
+        TrimSegment segment;
+        segment.start = start;
+        segment.end = start + 20;
+        params.segments += segment;
+    }
+    return params;
 }
 
 using Estimate = EstimateInfo (*)(const VideoFile &file);
@@ -109,7 +133,17 @@ EstimateInfo gifEstimate(const VideoFile &file)
 
 } // namespace
 
-BENCHMARK(targetSizePlan)->ArgName("passes")->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(plan, targetSize, TargetSizeParams());
+BENCHMARK_CAPTURE(plan, targetSizeInTwoPasses, twoPasses());
+BENCHMARK_CAPTURE(plan, convert, ConvertParams());
+BENCHMARK_CAPTURE(plan, compress, CompressParams());
+BENCHMARK_CAPTURE(plan, extract, ExtractParams());
+BENCHMARK_CAPTURE(plan, trim, threeStretches());
+BENCHMARK_CAPTURE(plan, gif, GifParams());
+BENCHMARK_CAPTURE(plan, enhance, EnhanceParams());
+BENCHMARK_CAPTURE(plan, merge, MergeParams());
+BENCHMARK_CAPTURE(plan, split, anHourInMinutes());
+BENCHMARK_CAPTURE(plan, adjust, AdjustParams());
 BENCHMARK_CAPTURE(estimate, targetSize, targetSizeEstimate);
 BENCHMARK_CAPTURE(estimate, convert, convertEstimate);
 BENCHMARK_CAPTURE(estimate, compress, compressEstimate);

@@ -18,6 +18,9 @@ namespace {
 
 // Nobody bounds how many run: workers of a lowered setting finish their job beside new ones.
 constexpr int mostExecutors = 64;
+// Files on a disk that hangs must not keep all others waiting.
+constexpr int mostProbes = 64;
+constexpr int keyframeQuestions = 4;
 constexpr int manyProcessors = 8;
 constexpr std::chrono::milliseconds cancelInterval{250};
 
@@ -49,8 +52,8 @@ AppModel::AppModel(Settings settings, PlatformServices services, QObject *parent
     : QObject(parent)
     , m_settings(std::move(settings))
     , m_services(std::move(services))
-    , m_probePool(QThread::idealThreadCount(), QThread::InheritPriority)
-    , m_keyframePool(1, QThread::LowPriority)
+    , m_probePool(mostProbes, QThread::InheritPriority)
+    , m_keyframePool(keyframeQuestions, QThread::LowPriority)
     , m_executorPool(mostExecutors, QThread::InheritPriority)
 {
     readSettings();
@@ -60,11 +63,7 @@ AppModel::AppModel(Settings settings, PlatformServices services, QObject *parent
 AppModel::~AppModel()
 {
     endChildren();
-    QSet<QUuid> used;
-    for (const std::shared_ptr<Job> &job : std::as_const(m_jobs)) {
-        used.insert(job->input.id);
-    }
-    TemporaryFiles::removeLeftovers(used);
+    TemporaryFiles::removeLeftovers(m_filesOfJobs);
 }
 
 void AppModel::readSettings()
@@ -113,11 +112,10 @@ void AppModel::endChildren()
         if (m_hardwareEncoders) {
             m_hardwareEncoders->cancel();
         }
-        for (const std::shared_ptr<PlanExecutor> &executor : std::as_const(m_executors)) {
-            executor->cancel();
-        }
-        if (m_previewExecutor) {
-            m_previewExecutor->cancel();
+        for (const std::weak_ptr<PlanExecutor> &started : m_startedExecutors) {
+            if (const std::shared_ptr<PlanExecutor> executor = started.lock()) {
+                executor->cancel();
+            }
         }
     };
     for (BackgroundPool *pool : {&m_probePool, &m_keyframePool, &m_executorPool}) {
@@ -125,6 +123,14 @@ void AppModel::endChildren()
             askAll();
         } while (!pool->finish(cancelInterval));
     }
+}
+
+std::shared_ptr<PlanExecutor> AppModel::makeExecutor()
+{
+    const auto executor = std::make_shared<PlanExecutor>(m_toolset->ffmpegURL);
+    std::erase_if(m_startedExecutors, [](const auto &started) { return started.expired(); });
+    m_startedExecutors.push_back(executor);
+    return executor;
 }
 
 QString AppModel::t(const QString &key) const

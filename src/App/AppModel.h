@@ -23,6 +23,7 @@
 #include <QHash>
 #include <QList>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
@@ -34,6 +35,7 @@
 #include <optional>
 #include <type_traits>
 #include <variant>
+#include <vector>
 
 class QueueWorker;
 
@@ -285,6 +287,7 @@ private:
     void end(Job &job, const JobPlan &plan, const Ending &ending);
     void finish(Job &job, const JobPlan &plan, const ExecutionOutcome &outcome);
     void notifyFinished(const QString &fileName, const QString &saved);
+    std::shared_ptr<PlanExecutor> makeExecutor();
     void runPreview(const JobPlan &plan);
     void endPreview(const PreviewEnding &ending);
     void endPreview(const QString &reason);
@@ -325,11 +328,15 @@ private:
     std::optional<FFmpegToolset> m_toolset;
     std::shared_ptr<HardwareEncoders> m_hardwareEncoders;
     QHash<QUuid, std::shared_ptr<PlanExecutor>> m_executors;
-    std::shared_ptr<PlanExecutor> m_previewExecutor;
+    // All that may still run: a job that is put back while it runs has two, and a preview's is in
+    // no list of jobs.
+    std::vector<std::weak_ptr<PlanExecutor>> m_startedExecutors;
     QHash<QUuid, QList<double>> m_keyframeCache;
     // Living ones and ended ones: the pool is filled once and never refilled.
     QList<QueueWorker *> m_workers;
     int m_runningJobs = 0;
+    // What may have left something in the temporary directory, be its job still in the list or not.
+    QSet<QUuid> m_filesOfJobs;
 
     const std::shared_ptr<ChildGroup> m_questions = std::make_shared<ChildGroup>();
     BackgroundPool m_probePool;

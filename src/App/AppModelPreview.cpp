@@ -25,8 +25,7 @@ void AppModel::generatePreview(const PreviewEngine::Request &request, double pos
 // Beside the queue: it takes no worker, and nothing but the end of the program stops it.
 void AppModel::runPreview(const JobPlan &plan)
 {
-    m_previewExecutor = std::make_shared<PlanExecutor>(m_toolset->ffmpegURL);
-    const auto work = [executor = m_previewExecutor,
+    const auto work = [executor = makeExecutor(),
                        runnable = runnablePlan(plan)]() -> PreviewEnding {
         try {
             return PreviewEngine::generate(runnable, *executor);
@@ -39,7 +38,6 @@ void AppModel::runPreview(const JobPlan &plan)
 
 void AppModel::endPreview(const PreviewEnding &ending)
 {
-    m_previewExecutor.reset();
     if (const auto *images = std::get_if<PreviewImages>(&ending)) {
         assign(m_previewImages, std::optional(*images), &AppModel::previewImagesChanged);
         assign(m_previewRunning, false, &AppModel::previewRunningChanged);

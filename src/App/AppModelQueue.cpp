@@ -53,6 +53,7 @@ void AppModel::enqueue(const JobMode &mode, Scope scope)
 void AppModel::enqueueProbed(const VideoFile &file, const JobMode &mode)
 {
     append(std::make_shared<Job>(file, QList<VideoFile>(), mode, outputDirectoryFor(file)));
+    startWorkers();
 }
 
 void AppModel::enqueueMerge(const JobMode &mode, const QList<VideoFile> &files)
@@ -61,8 +62,7 @@ void AppModel::enqueueMerge(const JobMode &mode, const QList<VideoFile> &files)
         return;
     }
     const auto job = std::make_shared<Job>(files.first(), files.sliced(1), mode, std::nullopt);
-    m_jobs.append(job);
-    Q_EMIT jobsChanged();
+    append(job);
     setShowQueue(true);
     startWorkers();
 }
@@ -70,8 +70,8 @@ void AppModel::enqueueMerge(const JobMode &mode, const QList<VideoFile> &files)
 void AppModel::append(const std::shared_ptr<Job> &job)
 {
     m_jobs.append(job);
+    m_filesOfJobs.insert(job->input.id);
     Q_EMIT jobsChanged();
-    startWorkers();
 }
 
 std::optional<QUrl> AppModel::outputDirectory() const
@@ -230,7 +230,7 @@ QString AppModel::builderMessage(const BuilderError &error) const
 void AppModel::execute(const std::shared_ptr<Job> &job, const JobPlan &plan,
                        const std::function<void(const Ending &)> &done)
 {
-    const auto executor = std::make_shared<PlanExecutor>(m_toolset->ffmpegURL);
+    const std::shared_ptr<PlanExecutor> executor = makeExecutor();
     m_executors.insert(job->id, executor);
     holdSleep();
     // The state is set whatever it is at that moment: a job that was put back to waiting while it

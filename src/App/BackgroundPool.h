@@ -32,11 +32,18 @@ public:
         });
     }
 
-    /// Has the main thread call `call`. From any thread; calls keep their order.
+    /// Has the main thread call `call`, and let go there of what it holds. From any thread; calls
+    /// keep their order.
     template <typename Call> void post(Call call)
     {
+        // Qt keeps the object that it calls for the poster too, who may let go of it last: what
+        // that object holds is moved out of it before the call.
+        auto calledOnce = [call = std::move(call)]() mutable {
+            const auto now = std::move(call);
+            now();
+        };
         QMetaObject::invokeMethod( // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
-            this, std::move(call), Qt::QueuedConnection);
+            this, std::move(calledOnce), Qt::QueuedConnection);
     }
 
     /// Forgets the work that hasn't begun, and waits at most so long for the rest; false when some

@@ -7,6 +7,12 @@
 #include <csignal>
 #include <sys/wait.h>
 
+namespace {
+
+constexpr qint64 patienceMs = 5'000;
+
+} // namespace
+
 ChildProcess::ChildProcess(pid_t pid, FileDescriptor pidFd, FileDescriptor standardOutput,
                            FileDescriptor standardError)
     : m_pid(pid)
@@ -26,12 +32,16 @@ ChildProcess::~ChildProcess()
 
 void ChildProcess::terminate()
 {
-    signalGroup(SIGTERM);
+    const std::scoped_lock guard(m_lock);
+    if (!m_sinceRequest.isValid()) {
+        m_sinceRequest.start();
+    }
+    signalGroup(m_sinceRequest.hasExpired(patienceMs) ? SIGKILL : SIGTERM);
 }
 
-void ChildProcess::signalGroup(int signal)
+// Under the lock, so that no signal goes to a number that the system has given away again.
+void ChildProcess::signalGroup(int signal) const
 {
-    const std::scoped_lock guard(m_lock);
     if (!m_reaped) {
         ::kill(-m_pid, signal);
     }

@@ -5,7 +5,7 @@
 
 #include "Engine/FileDescriptor.h"
 
-#include <QtGlobal>
+#include <QElapsedTimer>
 
 #include <mutex>
 #include <sys/types.h>
@@ -28,8 +28,9 @@ public:
     int standardOutput() const { return m_standardOutput.get(); }
     int standardError() const { return m_standardError.get(); }
 
-    /// Asks the child's whole group to end (SIGTERM). From any thread, any number of times; nothing
-    /// happens once the child has been waited for.
+    /// Asks the child's whole group to end (SIGTERM). From any thread, any number of times: one
+    /// that still runs five seconds after the first request is killed by the next. Nothing happens
+    /// once the child has been waited for.
     void terminate();
 
     /// Blocks until the child has ended and reaps it. Gives the exit status, or the number of the
@@ -37,7 +38,7 @@ public:
     qint32 wait();
 
 private:
-    void signalGroup(int signal);
+    void signalGroup(int signal) const;
 
     const pid_t m_pid;
     const FileDescriptor m_pidFd;
@@ -46,4 +47,6 @@ private:
     // Guards m_reaped, so that no signal goes to a number that the system has given away again.
     std::mutex m_lock;
     bool m_reaped = false;
+    // Since the first request to end; guarded by the same lock.
+    QElapsedTimer m_sinceRequest;
 };

@@ -19,7 +19,8 @@ void TemporaryFiles::removeLeftovers(const QSet<QUuid> &fileIDs)
         u"[0-9a-f]{8}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{12}"_s);
     QDir directory = QDir::temp();
     for (const QString &name : directory.entryList({u"mx-*"_s}, QDir::Files | QDir::Hidden)) {
-        if (fileIDs.contains(QUuid(identity.match(name).captured()))) {
+        const QUuid id(identity.match(name).captured());
+        if (!id.isNull() && fileIDs.contains(id)) {
             directory.remove(name);
         }
     }

@@ -16,6 +16,43 @@
 #include <optional>
 #include <variant>
 
+/// The states of a job, each with its data.
+namespace JobState {
+
+/// ffmpeg is at work.
+struct Running {
+    /// 0 to 1.
+    double progress = 0;
+    bool operator==(const Running &) const = default;
+};
+/// All steps ended well.
+struct Finished {
+    QList<QUrl> outputURLs;
+    qint64 originalBytes = 0;
+    /// Measured on disk.
+    qint64 outputBytes = 0;
+    std::optional<QString> note;
+    bool operator==(const Finished &) const = default;
+};
+struct Failed {
+    /// What the user reads, in the language of the moment it failed.
+    QString message;
+    bool operator==(const Failed &) const = default;
+};
+/// Waits for a worker.
+struct Queued {
+    bool operator==(const Queued &) const = default;
+};
+/// A worker has it and makes its plan.
+struct Analyzing {
+    bool operator==(const Analyzing &) const = default;
+};
+struct Cancelled {
+    bool operator==(const Cancelled &) const = default;
+};
+
+} // namespace JobState
+
 /// One unit of queued work and its life: the one record with identity, shared by the queue and the
 /// views. Read and written on the main thread only.
 class Job : public QObject
@@ -23,37 +60,12 @@ class Job : public QObject
     Q_OBJECT
 
 public:
-    /// ffmpeg is at work.
-    struct Running {
-        /// 0 to 1.
-        double progress = 0;
-        bool operator==(const Running &) const = default;
-    };
-    /// All steps ended well.
-    struct Finished {
-        QList<QUrl> outputURLs;
-        qint64 originalBytes = 0;
-        /// Measured on disk.
-        qint64 outputBytes = 0;
-        std::optional<QString> note;
-        bool operator==(const Finished &) const = default;
-    };
-    struct Failed {
-        /// What the user reads, in the language of the moment it failed.
-        QString message;
-        bool operator==(const Failed &) const = default;
-    };
-    /// Waits for a worker.
-    struct Queued {
-        bool operator==(const Queued &) const = default;
-    };
-    /// A worker has it and makes its plan.
-    struct Analyzing {
-        bool operator==(const Analyzing &) const = default;
-    };
-    struct Cancelled {
-        bool operator==(const Cancelled &) const = default;
-    };
+    using Running = JobState::Running;
+    using Finished = JobState::Finished;
+    using Failed = JobState::Failed;
+    using Queued = JobState::Queued;
+    using Analyzing = JobState::Analyzing;
+    using Cancelled = JobState::Cancelled;
     using State = std::variant<Running, Finished, Failed, Queued, Analyzing, Cancelled>;
 
     /// A state without its data.

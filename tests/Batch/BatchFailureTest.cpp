@@ -130,7 +130,7 @@ TEST_F(BatchFailure, help_and_version_come_on_standard_output)
 {
     const CommandResult help = batch({u"--help"_s});
     EXPECT_EQ(help.exitCode, 0);
-    EXPECT_TRUE(help.out.startsWith("Usage: morvix-batch ACTION"));
+    EXPECT_TRUE(help.out.startsWith("Usage: morvix-batch [estimate] ACTION"));
     EXPECT_EQ(help.errors, "");
 
     const CommandResult version = batch({u"--version"_s});

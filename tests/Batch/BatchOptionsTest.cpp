@@ -172,9 +172,11 @@ TEST(BatchOptions, what_is_missing_or_unknown_is_named)
     EXPECT_EQ(refusal({}), u"an action is expected, such as targetSize"_s);
     EXPECT_EQ(refusal({u"--"_s, u"a.mp4"_s}), u"an action is expected, such as targetSize"_s);
     EXPECT_EQ(refusal({u"explode"_s, u"a.mp4"_s}),
-              u"there is no action \"explode\"; there is: targetSize"_s);
+              u"there is no action \"explode\"; there are: targetSize convert compress "
+              "extract trim gif enhance merge split adjust"_s);
     EXPECT_EQ(refusal({u"targetMB=8"_s, u"a.mp4"_s}),
-              u"there is no action \"targetMB=8\"; there is: targetSize"_s);
+              u"there is no action \"targetMB=8\"; there are: targetSize convert compress "
+              "extract trim gif enhance merge split adjust"_s);
     EXPECT_EQ(refusal({u"targetSize"_s}), noFile);
     EXPECT_EQ(refusal({u"targetSize"_s, u"targetMB=8"_s, u"--"_s}), noFile);
     EXPECT_EQ(refusal({u"targetSize"_s, u""_s}), u"a file with an empty name can't be meant"_s);

@@ -8,11 +8,13 @@
 #include "support/TempFolder.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
@@ -266,6 +268,26 @@ TEST(ProcessRunner, a_child_outlives_the_thread_that_asked_for_it)
     child->terminate();
     // The parent-death signal would have been SIGKILL.
     EXPECT_EQ(child->wait(), SIGTERM);
+}
+
+// Asked again and again, as whoever waits for a cancelled job does.
+TEST(ProcessRunner, a_child_that_takes_no_notice_is_killed_by_a_request_five_seconds_later)
+{
+    const auto child = ChildSpawner::spawn(
+        {u"/bin/sh"_s, script(u"trap '' TERM; echo ready; while :; do sleep 1; done"_s),
+         StandardInput::null});
+    std::array<char, 6> ready{};
+    ASSERT_EQ(::read(child->standardOutput(), ready.data(), ready.size()), 6);
+    QElapsedTimer timer;
+    timer.start();
+
+    pollfd ended{child->pidFd(), POLLIN, 0};
+    do {
+        child->terminate();
+    } while (::poll(&ended, 1, 250) == 0 && timer.elapsed() < 20'000);
+
+    EXPECT_EQ(child->wait(), SIGKILL);
+    EXPECT_GE(timer.elapsed(), 5'000);
 }
 
 TEST(ProcessRunner, a_child_that_nobody_waits_for_ends_with_its_handle)

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 using namespace Qt::StringLiterals;
 
 TEST(Text, fixed_rounds_ties_to_even_as_c_does)
@@ -61,6 +63,66 @@ TEST(Text, a_path_keeps_every_character)
 {
     const QString name = u"/films/a %20 ?#\n\"'-片.mp4"_s;
     EXPECT_EQ(Text::path(QUrl::fromLocalFile(name)), name);
+}
+
+TEST(Text, the_extension_is_what_follows_the_last_dot_of_the_name)
+{
+    struct Case {
+        QString path;
+        QString stem;
+        QString extension;
+    };
+    const std::vector<Case> cases{
+        {u"/films/a.mp4"_s, u"/films/a"_s, u"mp4"_s},
+        {u"/films/a.tar.gz"_s, u"/films/a.tar"_s, u"gz"_s},
+        {u"/films/A.MP4"_s, u"/films/A"_s, u"MP4"_s},
+        {u"a.b"_s, u"a"_s, u"b"_s},
+        {u"/films/.a.mp4"_s, u"/films/.a"_s, u"mp4"_s},
+        {u"/films/片.mp4"_s, u"/films/片"_s, u"mp4"_s},
+        {u"/2024.10/a.mp4"_s, u"/2024.10/a"_s, u"mp4"_s},
+    };
+    for (const Case &expected : cases) {
+        const Text::SplitPath split = Text::splitExtension(expected.path);
+        EXPECT_EQ(split.stem, expected.stem) << expected.path.toStdString();
+        EXPECT_EQ(split.extension, expected.extension) << expected.path.toStdString();
+    }
+}
+
+TEST(Text, a_path_without_an_extension_is_all_stem)
+{
+    for (const QString &path :
+         {u""_s, u"/films/a"_s, u"/films/.mp4"_s, u".mp4"_s, u"/films/a."_s, u"a."_s,
+          u"/2024.10/a"_s, u"/2024.10/"_s, u"/films.mp4/"_s, u"."_s}) {
+        const Text::SplitPath split = Text::splitExtension(path);
+        EXPECT_EQ(split.stem, path);
+        EXPECT_EQ(split.extension, QString()) << path.toStdString();
+    }
+}
+
+TEST(Text, plain_sorting_goes_by_code_points)
+{
+    QStringList texts{u"😀"_s,   u"\uFB01"_s, u"é"_s, u"z"_s,   u"a9"_s,
+                      u"a10"_s, u"a"_s,      u"B"_s, u"a b"_s, u""_s};
+
+    Text::sortPlainly(texts);
+
+    EXPECT_EQ(texts, (QStringList{u""_s, u"B"_s, u"a"_s, u"a b"_s, u"a10"_s, u"a9"_s, u"z"_s,
+                                  u"é"_s, u"\uFB01"_s, u"😀"_s}));
+}
+
+TEST(Text, plain_sorting_takes_equivalent_texts_for_equal_and_keeps_their_spelling)
+{
+    const QString composed = u"\u00e9"_s;
+    const QString decomposed = u"e\u0301"_s;
+
+    QStringList texts{u"f"_s, composed + u"2"_s, decomposed + u"1"_s, u"e"_s, decomposed + u"3"_s};
+    Text::sortPlainly(texts);
+    EXPECT_EQ(texts, (QStringList{u"e"_s, u"f"_s, decomposed + u"1"_s, composed + u"2"_s,
+                                  decomposed + u"3"_s}));
+
+    QStringList equals{decomposed, composed, decomposed};
+    Text::sortPlainly(equals);
+    EXPECT_EQ(equals, (QStringList{decomposed, composed, decomposed}));
 }
 
 TEST(Text, an_identity_has_no_braces)

@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "App/Fmt.h"
+
+#include "support/Printing.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Case {
+    qint64 count;
+    QString text;
+};
+
+void expectTexts(const std::vector<Case> &cases, const QLocale &locale)
+{
+    for (const Case &expected : cases) {
+        EXPECT_EQ(Fmt::bytes(expected.count, locale), expected.text) << expected.count;
+    }
+}
+
+} // namespace
+
+TEST(Fmt, less_than_a_kilobyte_is_told_in_bytes)
+{
+    expectTexts({{0, u"Zero KB"_s},
+                 {1, u"1 byte"_s},
+                 {2, u"2 bytes"_s},
+                 {10, u"10 bytes"_s},
+                 {999, u"999 bytes"_s}},
+                QLocale::c());
+}
+
+TEST(Fmt, kilobytes_are_whole)
+{
+    expectTexts({{1000, u"1 KB"_s},
+                 {1023, u"1 KB"_s},
+                 {1024, u"1 KB"_s},
+                 {1499, u"1 KB"_s},
+                 {1501, u"2 KB"_s},
+                 {12'345, u"12 KB"_s},
+                 {100'000, u"100 KB"_s},
+                 {999'499, u"999 KB"_s}},
+                QLocale::c());
+}
+
+TEST(Fmt, megabytes_have_at_most_one_decimal)
+{
+    expectTexts({{1'000'000, u"1 MB"_s},
+                 {1'040'000, u"1 MB"_s},
+                 {1'060'000, u"1.1 MB"_s},
+                 {3'400'000, u"3.4 MB"_s},
+                 {10'000'000, u"10 MB"_s},
+                 {24'960'000, u"25 MB"_s},
+                 {100'000'000, u"100 MB"_s},
+                 {123'456'789, u"123.5 MB"_s},
+                 {999'949'999, u"999.9 MB"_s}},
+                QLocale::c());
+}
+
+TEST(Fmt, from_gigabytes_on_there_are_at_most_two_decimals)
+{
+    expectTexts({{1'000'000'000, u"1 GB"_s},
+                 {1'004'000'000, u"1 GB"_s},
+                 {1'006'000'000, u"1.01 GB"_s},
+                 {1'100'000'000, u"1.1 GB"_s},
+                 {1'250'000'000, u"1.25 GB"_s},
+                 {10'000'000'000, u"10 GB"_s},
+                 {200'000'000'000, u"200 GB"_s},
+                 {999'994'000'000, u"999.99 GB"_s},
+                 {1'250'000'000'000, u"1.25 TB"_s},
+                 {1'000'000'000'000'000, u"1 PB"_s},
+                 {2'340'000'000'000'000, u"2.34 PB"_s},
+                 {1'000'000'000'000'000'000, u"1 EB"_s},
+                 {std::numeric_limits<qint64>::max(), u"9.22 EB"_s}},
+                QLocale::c());
+}
+
+TEST(Fmt, the_unit_is_chosen_after_rounding)
+{
+    expectTexts({{999'501, u"1 MB"_s},
+                 {999'950, u"1 MB"_s},
+                 {999'999, u"1 MB"_s},
+                 {999'950'001, u"1 GB"_s},
+                 {999'999'999, u"1 GB"_s},
+                 {999'996'000'000, u"1 TB"_s},
+                 {999'999'999'999, u"1 TB"_s},
+                 {999'999'999'999'999, u"1 PB"_s}},
+                QLocale::c());
+}
+
+TEST(Fmt, the_separators_are_the_locales)
+{
+    expectTexts({{1'250'000'000, u"1,25 GB"_s},
+                 {3'400'000, u"3,4 MB"_s},
+                 {3'000'000, u"3 MB"_s},
+                 {12'000, u"12 KB"_s},
+                 {999, u"999 bytes"_s}},
+                QLocale(QLocale::German, QLocale::Germany));
+    expectTexts({{1'250'000'000, u"1.25 GB"_s}}, QLocale(QLocale::Chinese, QLocale::China));
+    expectTexts({{1'200'000, u"1,2 MB"_s}, {20'000'000, u"20 MB"_s}},
+                QLocale(QLocale::French, QLocale::France));
+}
+
+TEST(Fmt, zeros_at_the_end_go_whatever_the_digits_look_like)
+{
+    const QLocale persian(QLocale::Persian, QLocale::Iran);
+    ASSERT_NE(persian.zeroDigit(), u"0"_s);
+
+    const QString whole = Fmt::bytes(20'000'000, persian);
+    const QString half = Fmt::bytes(1'500'000'000, persian);
+
+    EXPECT_EQ(whole, persian.toString(20) + u" MB"_s);
+    EXPECT_EQ(half, persian.toString(1.5, 'f', 1) + u" GB"_s);
+}
+
+TEST(Fmt, without_a_locale_the_systems_is_taken)
+{
+    EXPECT_EQ(Fmt::bytes(1'250'000'000), Fmt::bytes(1'250'000'000, QLocale::system()));
+}
