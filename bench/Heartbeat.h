@@ -7,7 +7,8 @@
 #include <QObject>
 #include <QTimer>
 
-/// Listens to the event loop of the main thread.
+/// A timer of one millisecond on the main thread. Whatever keeps the event loop busy, waiting for
+/// the processor included, widens the gap between two of its beats.
 class Heartbeat : public QObject
 {
     Q_OBJECT
@@ -15,17 +16,10 @@ class Heartbeat : public QObject
 public:
     Heartbeat();
 
-    /// The longest time in milliseconds from waking up to going to sleep again: what the main
-    /// thread worked without a pause.
-    double longestTurnMs() const { return m_longestTurnMs; }
-    /// The longest time between two beats of a timer of one millisecond: what a user would feel,
-    /// waiting for the processor included.
     double longestGapMs() const { return m_longestGapMs; }
 
 private:
-    QElapsedTimer m_sinceWaking;
     QElapsedTimer m_sinceBeat;
     QTimer m_beat;
-    double m_longestTurnMs = 0;
     double m_longestGapMs = 0;
 };

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -124,4 +125,47 @@ TEST(Fmt, zeros_at_the_end_go_whatever_the_digits_look_like)
 TEST(Fmt, without_a_locale_the_systems_is_taken)
 {
     EXPECT_EQ(Fmt::bytes(1'250'000'000), Fmt::bytes(1'250'000'000, QLocale::system()));
+}
+
+TEST(Fmt, megabytes_of_a_limit_are_whole_or_have_one_decimal)
+{
+    const std::vector<std::pair<double, QString>> cases{
+        {25, u"25 MB"_s},         {0, u"0 MB"_s},      {1.5, u"1.5 MB"_s},    {0.3, u"0.3 MB"_s},
+        {8.04, u"8.0 MB"_s},      {8.06, u"8.1 MB"_s}, {25.55, u"25.6 MB"_s}, {0.01, u"0.0 MB"_s},
+        {1234.5, u"1234.5 MB"_s}, {-2, u"-2 MB"_s},
+    };
+    for (const auto &[value, text] : cases) {
+        EXPECT_EQ(Fmt::mb(value), text) << value;
+    }
+}
+
+TEST(Fmt, a_saving_is_told_in_whole_percent_rounded_towards_nothing)
+{
+    EXPECT_EQ(Fmt::saving(1000, 500), u"\u221250%"_s);
+    EXPECT_EQ(Fmt::saving(1000, 404), u"\u221259%"_s);
+    EXPECT_EQ(Fmt::saving(1000, 1), u"\u221299%"_s);
+    EXPECT_EQ(Fmt::saving(1000, 0), u"\u2212100%"_s);
+    EXPECT_EQ(Fmt::saving(100'000, 98'999), u"\u22121%"_s);
+    EXPECT_EQ(Fmt::saving(8'000'000'000'000, 4'000'000'000'000), u"\u221250%"_s);
+}
+
+TEST(Fmt, a_saving_of_a_hundredth_or_less_is_not_told)
+{
+    for (const auto &[before, after] :
+         std::vector<std::pair<qint64, qint64>>{{100, 99},
+                                                {1000, 990},
+                                                {700, 693},
+                                                {3'000'000, 2'970'000},
+                                                {1000, 991},
+                                                {1000, 1000},
+                                                {1000, 2000}}) {
+        EXPECT_EQ(Fmt::saving(before, after), std::nullopt) << before << " to " << after;
+    }
+}
+
+TEST(Fmt, of_nothing_no_saving_is_told)
+{
+    EXPECT_EQ(Fmt::saving(0, 0), std::nullopt);
+    EXPECT_EQ(Fmt::saving(0, 10), std::nullopt);
+    EXPECT_EQ(Fmt::saving(-5, -10), std::nullopt);
 }

@@ -245,3 +245,111 @@ TEST(BatchOptions, a_folder_is_marked_by_a_slash)
     EXPECT_EQ(paths(BatchOptions::parse({u"targetSize"_s, u"/usr"_s, u"/usr/bin/"_s, u"/"_s})),
               (QStringList{u"/usr/"_s, u"/usr/bin/"_s, u"/"_s}));
 }
+
+TEST(BatchOptions, each_action_has_its_own_fields)
+{
+    const auto mode = [](const QStringList &arguments) {
+        return BatchOptions::parse(arguments + QStringList{u"/a.mp4"_s}).mode;
+    };
+    TrimSegment stretch;
+    stretch.start = 1;
+    stretch.end = 3.5;
+    AdvancedOptions square;
+    square.crop = CropSpec{CropSpec::Aspect::ratio1x1, {}, {}};
+
+    const auto convert = std::get<ConvertParams>(mode({u"convert"_s, u"container=webm"_s}));
+    EXPECT_EQ(convert.container, OutputContainer::webm);
+    const auto compress = std::get<CompressParams>(
+        mode({u"compress"_s, u"mode=quality"_s, u"advanced.crop={\"aspect\":\"ratio1x1\"}"_s}));
+    EXPECT_EQ(compress.mode, CompressParams::Mode::quality);
+    EXPECT_EQ(compress.advanced, square);
+    const auto extract = std::get<ExtractParams>(mode({u"extract"_s, u"audioTrackIndex=1"_s}));
+    EXPECT_EQ(extract.audioTrackIndex, 1);
+    const auto trim =
+        std::get<TrimParams>(mode({u"trim"_s, u"segments=[{\"start\":1,\"end\":3.5}]"_s}));
+    ASSERT_EQ(trim.segments.size(), 1);
+    EXPECT_EQ(trim.segments.first().start, stretch.start);
+    EXPECT_EQ(trim.segments.first().end, stretch.end);
+    EXPECT_EQ(std::get<GifParams>(mode({u"gif"_s, u"end=2.5"_s})).end, 2.5);
+    const auto enhance = std::get<EnhanceParams>(mode({u"enhance"_s, u"upscale=x15"_s}));
+    EXPECT_EQ(enhance.upscale, EnhanceParams::UpscaleFactor::x15);
+    const auto merge = std::get<MergeParams>(mode({u"merge"_s, u"forceReencode=true"_s}));
+    EXPECT_TRUE(merge.forceReencode);
+    EXPECT_EQ(std::get<SplitParams>(mode({u"split"_s, u"parts=3"_s})).parts, 3);
+    EXPECT_EQ(std::get<AdjustParams>(mode({u"adjust"_s, u"speed=0.5"_s})).speed, 0.5);
+}
+
+TEST(BatchOptions, an_action_without_fields_is_as_its_panel_starts)
+{
+    const QList<std::pair<QString, JobMode>> actions{
+        {u"targetSize"_s, TargetSizeParams()},
+        {u"convert"_s, ConvertParams()},
+        {u"compress"_s, CompressParams()},
+        {u"extract"_s, ExtractParams()},
+        {u"trim"_s, TrimParams()},
+        {u"gif"_s, GifParams()},
+        {u"enhance"_s, EnhanceParams()},
+        {u"merge"_s, MergeParams()},
+        {u"split"_s, SplitParams()},
+        {u"adjust"_s, AdjustParams()},
+    };
+    for (const auto &[name, mode] : actions) {
+        EXPECT_EQ(BatchOptions::parse({name, u"/a.mp4"_s}).mode, mode) << name.toStdString();
+        EXPECT_TRUE(BatchOptions::helpText().contains(u"\n  "_s + name + u' '));
+    }
+}
+
+TEST(BatchOptions, a_field_of_another_action_is_none)
+{
+    EXPECT_EQ(
+        refusal({u"gif"_s, u"targetMB=8"_s, u"a.mp4"_s}),
+        u"targetMB: there is no such field (a file of such a name is written ./targetMB=8)"_s);
+    for (const QString &action : {u"extract"_s, u"gif"_s}) {
+        EXPECT_TRUE(refusal({action, u"advanced.crf=20"_s, u"a.mp4"_s})
+                        .startsWith("advanced: there is no such field"_L1));
+    }
+}
+
+TEST(BatchOptions, the_word_estimate_stands_before_the_action)
+{
+    const BatchOptions options = BatchOptions::parse(
+        {u"--json"_s, u"estimate"_s, u"compress"_s, u"mode=quality"_s, u"/a.mp4"_s});
+
+    EXPECT_EQ(options.running, BatchOptions::Running::estimate);
+    EXPECT_EQ(options.output, BatchOptions::Output::json);
+    EXPECT_EQ(std::get<CompressParams>(options.mode).mode, CompressParams::Mode::quality);
+    EXPECT_EQ(paths(options), QStringList{u"/a.mp4"_s});
+}
+
+TEST(BatchOptions, behind_the_action_the_word_estimate_is_a_file)
+{
+    const BatchOptions options = BatchOptions::parse({u"compress"_s, u"estimate"_s});
+    EXPECT_EQ(options.running, BatchOptions::Running::real);
+    EXPECT_EQ(paths(options), QStringList{here(u"estimate"_s)});
+}
+
+TEST(BatchOptions, an_estimate_without_an_action_is_refused)
+{
+    EXPECT_EQ(refusal({u"estimate"_s}), u"an action is expected, such as targetSize"_s);
+    EXPECT_TRUE(refusal({u"estimate"_s, u"a.mp4"_s})
+                    .startsWith("there is no action \"a.mp4\"; there are: targetSize "_L1));
+    EXPECT_EQ(refusal({u"estimate"_s, u"gif"_s}), u"at least one file is expected"_s);
+}
+
+TEST(BatchOptions, what_only_copies_has_no_estimate)
+{
+    for (const QString &action : {u"trim"_s, u"merge"_s, u"split"_s}) {
+        EXPECT_EQ(refusal({u"estimate"_s, action, u"a.mp4"_s}),
+                  u"there is no estimate for "_s + action);
+        EXPECT_EQ(refusal({action, u"a.mp4"_s}), QString());
+    }
+}
+
+TEST(BatchOptions, a_speed_is_above_zero)
+{
+    for (const QString &speed : {u"0"_s, u"-0.0"_s, u"-1"_s}) {
+        EXPECT_EQ(refusal({u"adjust"_s, u"speed="_s + speed, u"a.mp4"_s}),
+                  u"speed: a number above 0 is expected"_s);
+    }
+    EXPECT_EQ(refusal({u"adjust"_s, u"speed=0.01"_s, u"a.mp4"_s}), QString());
+}
