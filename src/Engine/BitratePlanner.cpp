@@ -5,15 +5,13 @@
 
 namespace {
 
+using BitratePlanner::kilobitsPerMegabyte;
+using BitratePlanner::safetyMargin;
+
 constexpr double shortestDuration = 0.1;
 constexpr qint64 floorKbps = 64;
 constexpr qint64 lowKbps = 160;
 constexpr double lowWarningSeconds = 30.0;
-
-// 8192 kilobits to the megabyte stands beside the decimal limit on purpose: with the margin of
-// five percent it aims at 97.3 percent of the limit.
-constexpr double kilobitsPerMegabyte = 8192.0;
-constexpr double safetyMargin = 0.95;
 
 qint64 audioKbps(const BitratePlanner::Request &request)
 {

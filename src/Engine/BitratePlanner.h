@@ -12,6 +12,14 @@
 /// the same sums and must get the same numbers.
 namespace BitratePlanner {
 
+/// Kilobits in a megabyte of the size that is aimed at. Beside the decimal limit on purpose: with
+/// the margin below it aims at 97.3 percent of the limit.
+constexpr double kilobitsPerMegabyte = 8192.0;
+
+/// The share of those kilobits that is planned with, 0 to 1; the rest is for the container and for
+/// encoders that overshoot.
+constexpr double safetyMargin = 0.95;
+
 /// What the panel warns of before the job is queued.
 enum class Warning { lowBitrate, floorReached, hopeless };
 

@@ -3,10 +3,17 @@
 
 #include "Engine/SplitPlanner.h"
 
+#include "Engine/BitratePlanner.h"
+
 #include <algorithm>
 #include <optional>
 
 namespace {
+
+// The sum by which the size of an encode is planned, so that a part of 25 MB means the same size
+// in both actions.
+using BitratePlanner::kilobitsPerMegabyte;
+using BitratePlanner::safetyMargin;
 
 constexpr double shortestFile = 0.2;
 constexpr double shortestPart = 1.0;
@@ -17,11 +24,6 @@ constexpr double negligibleRest = 0.05;
 
 // More are a slip of the keyboard, or a file that lies about its length.
 constexpr double mostParts = 100'000;
-
-// The sum by which the size of an encode is planned, so that a part of 25 MB means the same size
-// in both actions.
-constexpr double kilobitsPerMegabyte = 8192.0;
-constexpr double safetyMargin = 0.95;
 
 std::optional<double> partSeconds(double duration, qint64 totalKbps, const SplitParams &params)
 {

@@ -6,6 +6,7 @@
 #include "Engine/BitratePlanner.h"
 #include "Engine/CommandBuilder/CommandBuilder.h"
 #include "support/Printing.h"
+#include "support/Samples.h"
 
 #include <gtest/gtest.h>
 
@@ -31,28 +32,14 @@ using Bitrate = std::optional<qint64>;
 
 AudioStream track(const QString &codec, Bitrate bitrateBps = 128'000)
 {
-    return {.index = 1,
-            .codec = codec,
-            .bitrateBps = bitrateBps,
-            .channels = 2,
-            .language = {},
-            .isDefault = true};
+    AudioStream stream = Samples::track(codec);
+    stream.bitrateBps = bitrateBps;
+    return stream;
 }
 
-// A minute in HD: 8000 kilobits of picture, 128 of sound, 61 MB.
 VideoFile film()
 {
-    VideoFile file;
-    file.url = QUrl::fromLocalFile(u"/films/a.mp4"_s);
-    file.durationSeconds = 60;
-    file.fileSizeBytes = 61'000'000;
-    file.width = 1920;
-    file.height = 1080;
-    file.videoCodec = u"h264"_s;
-    file.videoBitrateBps = 8'000'000;
-    file.fps = 30;
-    file.audioStreams = {track(u"aac"_s)};
-    return file;
+    return Samples::minuteInHd();
 }
 
 VideoFile silentFilm()

@@ -7,8 +7,7 @@
 #include "Engine/EngineError.h"
 #include "Engine/FileError.h"
 #include "Engine/PlanExecutor.h"
-#include "support/Clips.h"
-#include "support/TempFolder.h"
+#include "support/MediaFixture.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -30,32 +29,18 @@ struct Colour {
     int blue = 0;
 };
 
-/// Previews of films in a folder of the test, by the real ffmpeg. The temporary folder is a folder
-/// of the test, too.
-class PreviewMedia : public ::testing::Test
+/// Previews by the real ffmpeg.
+class PreviewMedia : public MediaFixture
 {
 protected:
-    PreviewMedia()
-    {
-        QDir(folder.path()).mkdir(u"scratch"_s);
-        m_temporary.emplace("TMPDIR", folder.path(u"scratch"_s).toUtf8());
-    }
-
     VideoFile film(const QString &size = u"320x180"_s, double seconds = 3)
     {
-        Clips::make(folder.path(u"a.mp4"_s), {.size = size,
-                                              .framesPerSecond = 25,
-                                              .seconds = seconds,
-                                              .noise = 0,
-                                              .hasAudio = true,
-                                              .videoBitrate = u"1000k"_s});
-        return Clips::probe(folder.path(u"a.mp4"_s));
-    }
-
-    VideoFile madeBy(const QString &name, const QStringList &args)
-    {
-        Clips::ffmpeg(args + QStringList{folder.path(name)});
-        return Clips::probe(folder.path(name));
+        return MediaFixture::film(u"a.mp4"_s, {.size = size,
+                                               .framesPerSecond = 25,
+                                               .seconds = seconds,
+                                               .noise = 0,
+                                               .hasAudio = true,
+                                               .videoBitrate = u"1000k"_s});
     }
 
     // A second of red, a second of green, a second of blue.
@@ -63,21 +48,11 @@ protected:
     {
         QStringList args;
         for (const QString &colour : {u"red"_s, u"lime"_s, u"blue"_s}) {
-            args << u"-f"_s << u"lavfi"_s << u"-i"_s
-                 << u"color=%1:size=320x180:rate=25:duration=1"_s.arg(colour);
+            args += pictureInput(u"color=%1:size=320x180:rate=25:duration=1"_s.arg(colour));
         }
         return madeBy(u"colours.mp4"_s,
                       args + QStringList{u"-filter_complex"_s, u"concat=n=3"_s, u"-c:v"_s,
                                          u"libx264"_s, u"-pix_fmt"_s, u"yuv420p"_s});
-    }
-
-    VideoFile hdrFilm()
-    {
-        return madeBy(u"hdr.mp4"_s,
-                      {u"-f"_s, u"lavfi"_s, u"-i"_s, u"testsrc2=size=320x180:rate=25:duration=3"_s,
-                       u"-c:v"_s, u"libx265"_s, u"-x265-params"_s, u"log-level=error"_s,
-                       u"-pix_fmt"_s, u"yuv420p10le"_s, u"-color_primaries"_s, u"bt2020"_s,
-                       u"-color_trc"_s, u"smpte2084"_s, u"-colorspace"_s, u"bt2020nc"_s});
     }
 
     JobPlan planFor(const VideoFile &file, double position, const Request &request) const
@@ -139,19 +114,12 @@ protected:
         return QDir(path).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
     }
 
-    QStringList scratchNames() const { return namesIn(folder.path(u"scratch"_s)); }
-
     // What stands in the one folder that a failed preview left.
     QStringList leftNames() const
     {
         EXPECT_EQ(scratchNames().size(), 1);
         return namesIn(folder.path(u"scratch/"_s + scratchNames().value(0)));
     }
-
-    TempFolder folder;
-
-private:
-    std::optional<ScopedEnvironment> m_temporary;
 };
 
 } // namespace
@@ -248,7 +216,7 @@ TEST_F(PreviewMedia, a_quality_factor_is_obeyed)
 
 TEST_F(PreviewMedia, an_hdr_film_has_a_preview_in_both_codecs)
 {
-    const VideoFile file = hdrFilm();
+    const VideoFile file = hdrFilm(3);
     ASSERT_TRUE(file.isHDR);
     for (const CodecChoice codec : {CodecChoice::automatic, CodecChoice::h264VideoToolbox}) {
         CompressParams params;
@@ -284,10 +252,7 @@ TEST_F(PreviewMedia, a_codec_that_the_sample_cannot_hold_fails_in_ffmpegs_words)
 
 TEST_F(PreviewMedia, an_odd_height_is_refused_by_the_encoder)
 {
-    const VideoFile odd =
-        madeBy(u"odd.mkv"_s,
-               {u"-f"_s, u"lavfi"_s, u"-i"_s,
-                u"testsrc=size=320x181:rate=25:duration=3,format=yuv420p"_s, u"-c:v"_s, u"ffv1"_s});
+    const VideoFile odd = silentFilm(u"320x181"_s, 3);
     ASSERT_EQ(odd.height, 181);
     EXPECT_THAT(failureOf<EngineError>(planFor(odd, 0, CompressParams())).toStdString(),
                 HasSubstr("height not divisible by 2"));

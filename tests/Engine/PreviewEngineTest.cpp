@@ -8,6 +8,7 @@
 #include "Engine/CommandBuilder/CommandBuilder.h"
 #include "Engine/EncoderStandIns.h"
 #include "support/Printing.h"
+#include "support/Samples.h"
 #include "support/TempFolder.h"
 
 #include <QFileInfo>
@@ -35,30 +36,22 @@ using PreviewEngine::Settings;
 const QString h264 = u"h264_videotoolbox"_s;
 const QString hevc = u"hevc_videotoolbox"_s;
 
-// A minute in HD: 8000 kilobits of picture.
+// With a blank in its name.
 VideoFile film()
 {
-    VideoFile file;
+    VideoFile file = Samples::minuteInHd();
     file.url = QUrl::fromLocalFile(u"/films/a b.mp4"_s);
-    file.durationSeconds = 60;
-    file.fileSizeBytes = 61'000'000;
-    file.width = 1920;
-    file.height = 1080;
-    file.videoCodec = u"h264"_s;
-    file.videoBitrateBps = 8'000'000;
-    file.fps = 30;
-    file.audioStreams = {AudioStream{}};
     return file;
 }
 
 FFmpegToolset withX264()
 {
-    return {{}, {}, {u"libx264"_s}};
+    return Samples::offering({u"libx264"_s});
 }
 
 FFmpegToolset withoutX264()
 {
-    return {{}, {}, {u"aac"_s}};
+    return Samples::offering({u"aac"_s});
 }
 
 TargetSizeParams fitting(double targetMB)

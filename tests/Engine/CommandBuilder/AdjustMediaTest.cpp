@@ -3,7 +3,8 @@
 
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
-#include "support/BuilderMedia.h"
+#include "support/FilmContents.h"
+#include "support/MediaFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,7 +18,7 @@ namespace {
 
 using Rotation = AdjustParams::Rotation;
 
-class AdjustMedia : public BuilderMedia
+class AdjustMedia : public MediaFixture
 {
 protected:
     JobPlan planFor(const VideoFile &file) const
@@ -34,7 +35,7 @@ protected:
         return result;
     }
 
-    std::string failureFor(const VideoFile &file) { return failureOf(planFor(file)); }
+    std::string failureFor(const VideoFile &file) { return wordsOfFailure(planFor(file)); }
 
     // Red and green over blue and white.
     VideoFile quarters()
@@ -182,7 +183,7 @@ TEST_F(AdjustMedia, a_film_without_sound_stays_without)
 
 TEST_F(AdjustMedia, a_recording_changes_its_speed_without_a_picture)
 {
-    const VideoFile source = drawn(u"a.wav"_s, u"sine=duration=2"_s, {});
+    const VideoFile source = madeBy(u"a.wav"_s, toneInput(2));
     ASSERT_FALSE(source.videoCodec);
     params.speed = 2;
 
@@ -194,10 +195,10 @@ TEST_F(AdjustMedia, a_recording_changes_its_speed_without_a_picture)
 
 TEST_F(AdjustMedia, all_audio_tracks_change_their_speed)
 {
-    const VideoFile source = madeBy(
-        u"two.mkv"_s, {u"-f"_s, u"lavfi"_s, u"-i"_s, u"testsrc2=size=320x180:rate=25:duration=1"_s,
-                       u"-f"_s, u"lavfi"_s, u"-i"_s, u"sine=duration=1"_s, u"-map"_s, u"0:v"_s,
-                       u"-map"_s, u"1:a"_s, u"-map"_s, u"1:a"_s, u"-c:v"_s, u"mpeg4"_s});
+    const VideoFile source =
+        madeBy(u"two.mkv"_s, pictureInput() + toneInput() +
+                                 QStringList{u"-map"_s, u"0:v"_s, u"-map"_s, u"1:a"_s, u"-map"_s,
+                                             u"1:a"_s, u"-c:v"_s, u"mpeg4"_s});
     ASSERT_EQ(source.audioStreams.size(), 2);
     params.speed = 0.5;
 
@@ -209,10 +210,7 @@ TEST_F(AdjustMedia, all_audio_tracks_change_their_speed)
 
 TEST_F(AdjustMedia, a_turned_film_is_rotated_as_it_is_shown)
 {
-    quarters();
-    const VideoFile source =
-        madeBy(u"turned.mp4"_s, {u"-i"_s, folder.path(u"quarters.mp4"_s), u"-c"_s, u"copy"_s,
-                                 u"-metadata:s:v"_s, u"rotate=180"_s});
+    const VideoFile source = turned(quarters(), 180);
     params.rotation = Rotation::r180;
 
     EXPECT_EQ(quartersAt(adjusted(source), 0), u"RGBW"_s);
@@ -220,9 +218,7 @@ TEST_F(AdjustMedia, a_turned_film_is_rotated_as_it_is_shown)
 
 TEST_F(AdjustMedia, odd_sides_are_refused_by_the_software_encoder)
 {
-    const VideoFile source =
-        drawn(u"odd.mkv"_s, u"testsrc=size=320x181:rate=25:duration=1,format=yuv420p"_s,
-              {u"-c:v"_s, u"rawvideo"_s});
+    const VideoFile source = silentFilm(u"320x181"_s);
     EXPECT_THAT(failureFor(source), HasSubstr("height not divisible by 2"));
 
     params.rotation = Rotation::cw90;

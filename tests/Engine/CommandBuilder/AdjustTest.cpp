@@ -19,34 +19,14 @@ using Rotation = AdjustParams::Rotation;
 
 /// A case before it is planned: a film of ten seconds in H.264 at 5000 kilobits and AAC, on a build
 /// that has x264, with the parameters as they come.
-struct Given {
-    VideoFile file;
-    AdjustParams params;
-    FFmpegToolset toolset;
+struct Given : FilmCase<AdjustParams> {
+    FFmpegToolset toolset = offering({u"libx264"_s, u"aac"_s});
 
     Given()
     {
-        file.url = QUrl::fromLocalFile(u"/films/a.mov"_s);
-        file.durationSeconds = 10;
         file.fileSizeBytes = 9'000'000;
-        file.videoCodec = u"h264"_s;
         file.videoBitrateBps = 5'000'000;
-        file.width = 1280;
-        file.height = 720;
         addAudio(u"aac"_s);
-        toolset.encoders = {u"libx264"_s, u"aac"_s};
-    }
-
-    void addAudio(const QString &codec)
-    {
-        AudioStream stream;
-        stream.codec = codec;
-        file.audioStreams.append(stream);
-    }
-
-    void replaceAudio()
-    {
-        params.advanced.replacementAudioURL = QUrl::fromLocalFile(u"/music/b.m4a"_s);
     }
 
     JobPlan plan() const

@@ -3,82 +3,29 @@
 
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
-#include "Engine/EncoderStandIns.h"
-#include "Engine/EngineError.h"
-#include "Engine/PlanExecutor.h"
-#include "support/Clips.h"
-#include "support/TempFolder.h"
-
-#include <QFileInfo>
+#include "support/FilmContents.h"
+#include "support/MediaFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <vector>
 
 using namespace Qt::StringLiterals;
 using ::testing::HasSubstr;
 
 namespace {
 
-const QStringList picture{u"-f"_s, u"lavfi"_s, u"-i"_s,
-                          u"testsrc2=size=320x180:rate=25:duration=1"_s};
-const QStringList sine{u"-f"_s, u"lavfi"_s, u"-i"_s, u"sine=duration=1"_s};
-
-/// Films in a folder of their own, compressed by the real ffmpeg.
-class CompressMedia : public ::testing::Test
+class CompressMedia : public MediaFixture
 {
 protected:
     // One second of H.264 with one mono AAC track.
     VideoFile film(const QString &videoBitrate = u"2000k"_s)
     {
-        Clips::make(folder.path(u"a.mov"_s), {.size = u"320x180"_s,
-                                              .framesPerSecond = 25,
-                                              .seconds = 1,
-                                              .noise = 40,
-                                              .hasAudio = true,
-                                              .videoBitrate = videoBitrate});
-        return Clips::probe(folder.path(u"a.mov"_s));
-    }
-
-    VideoFile madeBy(const QString &name, const QStringList &args)
-    {
-        Clips::ffmpeg(args + QStringList{folder.path(name)});
-        return Clips::probe(folder.path(name));
-    }
-
-    // A silent film of any size in pixels, odd ones too.
-    VideoFile silentFilm(const QString &size)
-    {
-        const QString source = u"testsrc=size=%1:rate=25:duration=1,format=yuv420p"_s.arg(size);
-        return madeBy(u"silent.mkv"_s,
-                      {u"-f"_s, u"lavfi"_s, u"-i"_s, source, u"-c:v"_s, u"ffv1"_s});
-    }
-
-    VideoFile hdrFilm()
-    {
-        return madeBy(u"hdr.mkv"_s,
-                      picture + QStringList{u"-c:v"_s, u"libx265"_s, u"-x265-params"_s,
-                                            u"log-level=error"_s, u"-pix_fmt"_s, u"yuv420p10le"_s,
-                                            u"-color_primaries"_s, u"bt2020"_s, u"-color_trc"_s,
-                                            u"smpte2084"_s, u"-colorspace"_s, u"bt2020nc"_s});
-    }
-
-    VideoFile filmWithTwoTracks(const QString &secondCodec)
-    {
-        return madeBy(u"two.mkv"_s,
-                      picture + sine + sine +
-                          QStringList{u"-map"_s, u"0:v"_s, u"-map"_s, u"1:a"_s, u"-map"_s, u"2:a"_s,
-                                      u"-c:v"_s, u"libx264"_s, u"-c:a:0"_s, u"aac"_s, u"-c:a:1"_s,
-                                      secondCodec});
-    }
-
-    QUrl stereoWav(double seconds)
-    {
-        Clips::ffmpeg({u"-f"_s, u"lavfi"_s, u"-i"_s,
-                       u"anoisesrc=duration=%1:amplitude=0.2"_s.arg(QString::number(seconds)),
-                       u"-ac"_s, u"2"_s, folder.path(u"b c.wav"_s)});
-        return folder.url(u"b c.wav"_s);
+        return MediaFixture::film(u"a.mov"_s, {.size = u"320x180"_s,
+                                               .framesPerSecond = 25,
+                                               .seconds = 1,
+                                               .noise = 40,
+                                               .hasAudio = true,
+                                               .videoBitrate = videoBitrate});
     }
 
     void customHeight(qint64 height)
@@ -90,63 +37,22 @@ protected:
 
     JobPlan planFor(const VideoFile &file) const
     {
-        const FFmpegToolset &tools = Clips::tools();
-        return EncoderStandIns::apply(
-            CommandBuilder::compress(file, params, tools, std::nullopt, std::nullopt),
-            EncoderStandIns::software(tools));
+        return CommandBuilder::compress(file, params, Clips::tools(), std::nullopt, std::nullopt);
     }
 
     // Compresses the film and gives what came out, after the checks that hold for every outcome.
     VideoFile compressed(const VideoFile &file)
     {
-        const JobPlan plan = planFor(file);
-        const ExecutionOutcome outcome =
-            PlanExecutor(Clips::tools().ffmpegURL).execute(plan, [](double) {});
-
-        EXPECT_EQ(outcome.outputURLs, plan.finalOutputURLs);
-        const QString path = outcome.outputURLs.first().toLocalFile();
-        EXPECT_EQ(outcome.outputBytes, QFileInfo(path).size());
-        EXPECT_TRUE(path.endsWith(u".mp4"_s));
-        const VideoFile result = Clips::probe(path);
+        const VideoFile result = resultOf(planFor(file));
+        EXPECT_TRUE(result.url.path().endsWith(u".mp4"_s));
         EXPECT_EQ(result.containerName, u"mov,mp4,m4a,3gp,3g2,mj2"_s);
         return result;
     }
 
-    // What ffmpeg says to the compression. The test fails when it says nothing.
-    std::string refusalOf(const VideoFile &file)
-    {
-        try {
-            PlanExecutor(Clips::tools().ffmpegURL).execute(planFor(file), [](double) {});
-        } catch (const EngineError &error) {
-            EXPECT_EQ(error.kind(), EngineError::Case::processFailed);
-            EXPECT_GT(error.exitCode(), 0);
-            return error.errorDescription().toStdString();
-        }
-        ADD_FAILURE() << "the run succeeded";
-        return {};
-    }
+    std::string refusalOf(const VideoFile &file) { return wordsOfFailure(planFor(file)); }
 
-    TempFolder folder;
     CompressParams params;
 };
-
-QStringList audioCodecs(const VideoFile &file)
-{
-    QStringList codecs;
-    for (const AudioStream &stream : file.audioStreams) {
-        codecs += stream.codec;
-    }
-    return codecs;
-}
-
-void expectStreams(const VideoFile &file, const QString &video, const QStringList &audio)
-{
-    EXPECT_EQ(file.videoCodec, video);
-    EXPECT_EQ(file.width, 320);
-    EXPECT_EQ(file.height, 180);
-    EXPECT_EQ(audioCodecs(file), audio);
-    EXPECT_NEAR(file.durationSeconds, 1, 0.15);
-}
 
 } // namespace
 
@@ -219,9 +125,10 @@ TEST_F(CompressMedia, a_custom_height_beyond_the_filter_s_integers_is_refused)
 
 TEST_F(CompressMedia, hevc_stays_hevc)
 {
-    const VideoFile source = madeBy(
-        u"a.mkv"_s, picture + QStringList{u"-c:v"_s, u"libx265"_s, u"-x265-params"_s,
-                                          u"log-level=error"_s, u"-pix_fmt"_s, u"yuv420p"_s});
+    const VideoFile source =
+        madeBy(u"a.mkv"_s,
+               pictureInput() + QStringList{u"-c:v"_s, u"libx265"_s, u"-x265-params"_s,
+                                            u"log-level=error"_s, u"-pix_fmt"_s, u"yuv420p"_s});
     expectStreams(compressed(source), u"hevc"_s, {});
 }
 
@@ -257,9 +164,7 @@ TEST_F(CompressMedia, prores_is_refused_by_the_mp4_whether_chosen_or_for_alpha)
 
     params.advanced.codec = CodecChoice::automatic;
     params.advanced.preserveAlpha = true;
-    const VideoFile alpha =
-        madeBy(u"alpha.mov"_s, picture + QStringList{u"-vf"_s, u"format=yuva444p10le"_s, u"-c:v"_s,
-                                                     u"prores_ks"_s, u"-profile:v"_s, u"4"_s});
+    const VideoFile alpha = alphaFilm();
     ASSERT_TRUE(alpha.hasAlphaChannel);
     EXPECT_THAT(refusalOf(alpha), HasSubstr("Could not find tag for codec prores"));
 }
@@ -324,9 +229,9 @@ TEST_F(CompressMedia, a_second_track_that_an_mp4_can_t_hold_is_refused_unless_en
 
 TEST_F(CompressMedia, subtitles_stay_behind)
 {
-    const QString text = folder.write(u"a.srt"_s, "1\n00:00:00,100 --> 00:00:00,900\nHello\n");
     const VideoFile source =
-        madeBy(u"subtitled.mkv"_s, picture + QStringList{u"-i"_s, text, u"-c:v"_s, u"libx264"_s});
+        madeBy(u"subtitled.mkv"_s,
+               pictureInput() + QStringList{u"-i"_s, subtitles(), u"-c:v"_s, u"libx264"_s});
     ASSERT_EQ(source.subtitleStreams.size(), 1);
 
     EXPECT_TRUE(compressed(source).subtitleStreams.isEmpty());
@@ -344,8 +249,8 @@ TEST_F(CompressMedia, a_gain_over_copied_sound_is_refused_and_taken_by_an_encode
 
 TEST_F(CompressMedia, a_recording_keeps_its_sound_alone)
 {
-    const VideoFile aac = madeBy(u"a.m4a"_s, sine);
-    const VideoFile pcm = madeBy(u"b.wav"_s, sine);
+    const VideoFile aac = madeBy(u"a.m4a"_s, toneInput());
+    const VideoFile pcm = madeBy(u"b.wav"_s, toneInput());
     for (const VideoFile &source : {aac, pcm}) {
         const VideoFile result = compressed(source);
         EXPECT_FALSE(result.videoCodec);
@@ -357,7 +262,8 @@ TEST_F(CompressMedia, a_recording_keeps_its_sound_alone)
 TEST_F(CompressMedia, a_muted_recording_has_no_stream_left)
 {
     params.muted = true;
-    EXPECT_THAT(refusalOf(madeBy(u"a.m4a"_s, sine)), HasSubstr("does not contain any stream"));
+    EXPECT_THAT(refusalOf(madeBy(u"a.m4a"_s, toneInput())),
+                HasSubstr("does not contain any stream"));
 }
 
 TEST_F(CompressMedia, a_crop_and_a_cap_cut_and_scale_the_picture)
@@ -373,10 +279,7 @@ TEST_F(CompressMedia, a_crop_and_a_cap_cut_and_scale_the_picture)
 
 TEST_F(CompressMedia, a_turned_film_is_capped_as_it_is_shown)
 {
-    film();
-    const VideoFile source =
-        madeBy(u"turned.mov"_s, {u"-i"_s, folder.path(u"a.mov"_s), u"-c"_s, u"copy"_s,
-                                 u"-metadata:s:v:0"_s, u"rotate=90"_s});
+    const VideoFile source = turned(film());
     customHeight(160);
 
     const VideoFile result = compressed(source);

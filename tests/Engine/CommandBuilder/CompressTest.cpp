@@ -3,15 +3,14 @@
 
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
-#include "support/TempFolder.h"
+#include "support/GoldenLines.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <limits>
-#include <ostream>
 #include <vector>
 
+using namespace GoldenLines;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -22,46 +21,20 @@ using ResTier = CompressParams::ResTier;
 
 /// A case before it is planned: ten seconds of H.264 at four megabits with one AAC track, left to
 /// the program, on a build that has x264.
-struct Given {
-    VideoFile file;
-    CompressParams params;
-    std::optional<FFmpegToolset> toolset = FFmpegToolset();
+struct Given : FilmCase<CompressParams> {
+    std::optional<FFmpegToolset> toolset = offering({u"libx264"_s, u"aac"_s});
 
     Given()
     {
-        file.url = QUrl::fromLocalFile(u"/films/a.mov"_s);
-        file.durationSeconds = 10;
         file.fileSizeBytes = 6'000'000;
-        file.videoCodec = u"h264"_s;
-        file.width = 1280;
-        file.height = 720;
         file.videoBitrateBps = 4'000'000;
-        sound({u"aac"_s});
-        toolset->encoders = {u"libx264"_s, u"aac"_s};
-    }
-
-    void sound(const QStringList &codecs)
-    {
-        file.audioStreams.clear();
-        for (const QString &codec : codecs) {
-            AudioStream stream;
-            stream.codec = codec;
-            file.audioStreams.append(stream);
-        }
+        addAudio(u"aac"_s);
     }
 
     void size(qint64 width, qint64 height)
     {
         file.width = width;
         file.height = height;
-    }
-
-    void dropVideo()
-    {
-        file.videoCodec.reset();
-        file.width.reset();
-        file.height.reset();
-        file.videoBitrateBps.reset();
     }
 
     void quality(QualityTier tier, ResTier resolution = ResTier::original)
@@ -77,16 +50,6 @@ struct Given {
         params.customHeight = height;
     }
 
-    void replaceAudio()
-    {
-        params.advanced.replacementAudioURL = QUrl::fromLocalFile(u"/music/b.m4a"_s);
-    }
-
-    void crop(CropSpec::Aspect aspect)
-    {
-        params.advanced.crop = CropSpec{aspect, std::nullopt, std::nullopt};
-    }
-
     JobPlan plan() const
     {
         return CommandBuilder::compress(file, params, toolset, std::nullopt, std::nullopt);
@@ -95,45 +58,7 @@ struct Given {
     QStringList args() const { return plan().steps.first().args; }
 };
 
-using Change = std::function<void(Given &)>;
-
-/// One case, named by what the command line does, with its line behind the common head.
-struct Row {
-    const char *name;
-    Change change;
-    const char *line;
-};
-
-// What GoogleTest shows of a row.
-void PrintTo(const Row &row, std::ostream *out)
-{
-    *out << row.name;
-}
-
-Given given(const Change &change)
-{
-    Given result;
-    change(result);
-    return result;
-}
-
-QStringList words(const char *text)
-{
-    return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);
-}
-
-QStringList commandLine(const char *tail)
-{
-    return words("-hide_banner -nostdin -loglevel error -progress pipe:1 -nostats -y") +
-           words(tail);
-}
-
-// The value behind the option; empty when it isn't there.
-QString valueOf(const QStringList &args, const QString &option)
-{
-    const qsizetype position = args.indexOf(option);
-    return position < 0 ? QString() : args.value(position + 1);
-}
+using Row = LineRow<Given>;
 
 class CompressLine : public ::testing::TestWithParam<Row>
 {
@@ -384,14 +309,9 @@ static const std::vector<Row> pictureRows{
      "-movflags +faststart -shortest -r 30 -tune film /films/a-smaller-480p.mp4"},
 };
 
-static std::string rowName(const ::testing::TestParamInfo<Row> &info)
-{
-    return info.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Measure, CompressLine, ::testing::ValuesIn(measureRows), rowName);
-INSTANTIATE_TEST_SUITE_P(Sound, CompressLine, ::testing::ValuesIn(soundRows), rowName);
-INSTANTIATE_TEST_SUITE_P(Picture, CompressLine, ::testing::ValuesIn(pictureRows), rowName);
+INSTANTIATE_TEST_SUITE_P(Measure, CompressLine, ::testing::ValuesIn(measureRows), RowName());
+INSTANTIATE_TEST_SUITE_P(Sound, CompressLine, ::testing::ValuesIn(soundRows), RowName());
+INSTANTIATE_TEST_SUITE_P(Picture, CompressLine, ::testing::ValuesIn(pictureRows), RowName());
 
 TEST(Compress, a_plan_is_one_step_with_nothing_around_it)
 {
@@ -404,15 +324,9 @@ TEST(Compress, a_plan_is_one_step_with_nothing_around_it)
         ASSERT_EQ(plan.steps.size(), 1);
         EXPECT_EQ(plan.steps.first().label, u"compress"_s);
         EXPECT_EQ(plan.steps.first().progressDuration, 10);
-        EXPECT_FALSE(plan.steps.first().tempOutputURL);
         EXPECT_EQ(plan.finalOutputURLs.size(), 1);
         EXPECT_EQ(plan.badgeKey, std::nullopt);
-        EXPECT_EQ(plan.targetLimitBytes, std::nullopt);
-        EXPECT_FALSE(plan.retryFactory);
-        EXPECT_FALSE(plan.approach);
-        EXPECT_TRUE(plan.prepFiles.isEmpty());
-        EXPECT_TRUE(plan.createDirs.isEmpty());
-        EXPECT_TRUE(plan.cleanupURLs.isEmpty());
+        expectNothingBeside(plan);
     }
 }
 

@@ -3,11 +3,8 @@
 
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
-#include "Engine/EncoderStandIns.h"
-#include "Engine/EngineError.h"
-#include "Engine/PlanExecutor.h"
-#include "support/Clips.h"
-#include "support/TempFolder.h"
+#include "support/FilmContents.h"
+#include "support/MediaFixture.h"
 
 #include <QFileInfo>
 
@@ -23,61 +20,31 @@ namespace {
 
 using AudioFormat = ConvertParams::AudioFormat;
 
-const QStringList picture{u"-f"_s, u"lavfi"_s, u"-i"_s,
-                          u"testsrc2=size=320x180:rate=25:duration=1"_s};
-const QStringList sine{u"-f"_s, u"lavfi"_s, u"-i"_s, u"sine=duration=1"_s};
-
-/// Films in a folder of their own, converted by the real ffmpeg.
-class ConvertMedia : public ::testing::Test
+class ConvertMedia : public MediaFixture
 {
 protected:
     // One second of H.264 with one mono AAC track.
     VideoFile film(const QString &name = u"a.mp4"_s)
     {
-        Clips::make(folder.path(name), {.size = u"320x180"_s,
-                                        .framesPerSecond = 25,
-                                        .seconds = 1,
-                                        .noise = 0,
-                                        .hasAudio = true,
-                                        .videoBitrate = u"500k"_s});
-        return Clips::probe(folder.path(name));
-    }
-
-    VideoFile madeBy(const QString &name, const QStringList &args)
-    {
-        Clips::ffmpeg(args + QStringList{folder.path(name)});
-        return Clips::probe(folder.path(name));
+        return MediaFixture::film(name, {.size = u"320x180"_s,
+                                         .framesPerSecond = 25,
+                                         .seconds = 1,
+                                         .noise = 0,
+                                         .hasAudio = true,
+                                         .videoBitrate = u"500k"_s});
     }
 
     // A picture and a tone by the given encoders.
     VideoFile encodedBy(const QString &name, const QStringList &codecArgs)
     {
-        return madeBy(name, picture + sine + codecArgs);
-    }
-
-    // A silent film of any size in pixels, odd ones too.
-    VideoFile silentFilm(const QString &size)
-    {
-        const QString source = u"testsrc=size=%1:rate=25:duration=1,format=yuv420p"_s.arg(size);
-        return madeBy(u"silent.mkv"_s,
-                      {u"-f"_s, u"lavfi"_s, u"-i"_s, source, u"-c:v"_s, u"ffv1"_s});
-    }
-
-    VideoFile filmWithTwoTracks()
-    {
-        return madeBy(u"two.mkv"_s,
-                      picture + sine + sine +
-                          QStringList{u"-map"_s, u"0:v"_s, u"-map"_s, u"1:a"_s, u"-map"_s, u"2:a"_s,
-                                      u"-c:v"_s, u"libx264"_s, u"-c:a"_s, u"aac"_s});
+        return madeBy(name, pictureInput() + toneInput() + codecArgs);
     }
 
     VideoFile filmWithSubtitles()
     {
-        const QString subtitles =
-            folder.write(u"a.srt"_s, "1\n00:00:00,100 --> 00:00:00,900\nHello\n");
         return madeBy(u"subtitled.mkv"_s,
-                      picture + sine +
-                          QStringList{u"-i"_s, subtitles, u"-c:v"_s, u"libx264"_s, u"-c:a"_s,
+                      pictureInput() + toneInput() +
+                          QStringList{u"-i"_s, subtitles(), u"-c:v"_s, u"libx264"_s, u"-c:a"_s,
                                       u"aac"_s, u"-c:s"_s, u"subrip"_s});
     }
 
@@ -97,14 +64,6 @@ protected:
                                          u"-map"_s, u"0"_s, u"-map"_s, u"1"_s, u"-c"_s, u"copy"_s});
     }
 
-    QUrl stereoWav(double seconds)
-    {
-        Clips::ffmpeg({u"-f"_s, u"lavfi"_s, u"-i"_s,
-                       u"anoisesrc=duration=%1:amplitude=0.2"_s.arg(QString::number(seconds)),
-                       u"-ac"_s, u"2"_s, folder.path(u"b c.wav"_s)});
-        return folder.url(u"b c.wav"_s);
-    }
-
     void cropSquare()
     {
         params.advanced.crop = CropSpec{CropSpec::Aspect::ratio1x1, std::nullopt, std::nullopt};
@@ -112,10 +71,7 @@ protected:
 
     JobPlan planFor(const VideoFile &file) const
     {
-        const FFmpegToolset &tools = Clips::tools();
-        return EncoderStandIns::apply(
-            CommandBuilder::convert(file, params, tools, std::nullopt, std::nullopt),
-            EncoderStandIns::software(tools));
+        return CommandBuilder::convert(file, params, Clips::tools(), std::nullopt, std::nullopt);
     }
 
     // Converts the film and gives what came out, after the checks that hold for every outcome.
@@ -123,31 +79,14 @@ protected:
     {
         const JobPlan plan = planFor(file);
         EXPECT_EQ(plan.badgeKey, u"convert.badge."_s + grade);
-        const ExecutionOutcome outcome =
-            PlanExecutor(Clips::tools().ffmpegURL).execute(plan, [](double) {});
 
-        EXPECT_EQ(outcome.outputURLs, plan.finalOutputURLs);
-        const QString path = outcome.outputURLs.first().toLocalFile();
-        EXPECT_EQ(outcome.outputBytes, QFileInfo(path).size());
-        EXPECT_TRUE(path.endsWith(u'.' + rawValue(params.container)));
-        const VideoFile result = Clips::probe(path);
+        const VideoFile result = resultOf(plan);
+        EXPECT_TRUE(result.url.path().endsWith(u'.' + rawValue(params.container)));
         EXPECT_THAT(result.containerName.toStdString(), HasSubstr(muxerName()));
         return result;
     }
 
-    // What ffmpeg says to the conversion. The test fails when it says nothing.
-    std::string refusalOf(const VideoFile &file)
-    {
-        try {
-            PlanExecutor(Clips::tools().ffmpegURL).execute(planFor(file), [](double) {});
-        } catch (const EngineError &error) {
-            EXPECT_EQ(error.kind(), EngineError::Case::processFailed);
-            EXPECT_GT(error.exitCode(), 0);
-            return error.errorDescription().toStdString();
-        }
-        ADD_FAILURE() << "the run succeeded";
-        return {};
-    }
+    std::string refusalOf(const VideoFile &file) { return wordsOfFailure(planFor(file)); }
 
     std::string muxerName() const
     {
@@ -155,18 +94,8 @@ protected:
         return isMatroska ? "matroska" : rawValue(params.container).toStdString();
     }
 
-    TempFolder folder;
     ConvertParams params;
 };
-
-QStringList audioCodecs(const VideoFile &file)
-{
-    QStringList codecs;
-    for (const AudioStream &stream : file.audioStreams) {
-        codecs += stream.codec;
-    }
-    return codecs;
-}
 
 QStringList subtitleCodecs(const VideoFile &file)
 {
@@ -175,15 +104,6 @@ QStringList subtitleCodecs(const VideoFile &file)
         codecs += stream.codec;
     }
     return codecs;
-}
-
-void expectStreams(const VideoFile &file, const QString &video, const QStringList &audio)
-{
-    EXPECT_EQ(file.videoCodec, video);
-    EXPECT_EQ(file.width, 320);
-    EXPECT_EQ(file.height, 180);
-    EXPECT_EQ(audioCodecs(file), audio);
-    EXPECT_NEAR(file.durationSeconds, 1, 0.15);
 }
 
 } // namespace
@@ -451,7 +371,7 @@ TEST_F(ConvertMedia, extra_arguments_that_are_rubbish_are_refused)
 
 TEST_F(ConvertMedia, a_recording_keeps_its_sound)
 {
-    const VideoFile source = madeBy(u"a.wav"_s, sine);
+    const VideoFile source = madeBy(u"a.wav"_s, toneInput());
     ASSERT_FALSE(source.videoCodec);
     const std::vector<std::pair<OutputContainer, QString>> rows{
         {OutputContainer::mp4, u"aac"_s},       {OutputContainer::mov, u"pcm_s16le"_s},
@@ -469,11 +389,7 @@ TEST_F(ConvertMedia, a_recording_keeps_its_sound)
 
 TEST_F(ConvertMedia, hdr_is_passed_through_by_hevc)
 {
-    const VideoFile source = madeBy(
-        u"hdr.mkv"_s,
-        picture + QStringList{u"-c:v"_s, u"libx265"_s, u"-x265-params"_s, u"log-level=error"_s,
-                              u"-pix_fmt"_s, u"yuv420p10le"_s, u"-color_primaries"_s, u"bt2020"_s,
-                              u"-color_trc"_s, u"smpte2084"_s, u"-colorspace"_s, u"bt2020nc"_s});
+    const VideoFile source = hdrFilm();
     ASSERT_TRUE(source.isHDR);
     params.forceReencode = true;
     params.advanced.codec = CodecChoice::hevcVideoToolbox;
@@ -487,9 +403,7 @@ TEST_F(ConvertMedia, hdr_is_passed_through_by_hevc)
 
 TEST_F(ConvertMedia, alpha_is_kept_by_prores_in_a_mov)
 {
-    const VideoFile source =
-        madeBy(u"alpha.mov"_s, picture + QStringList{u"-vf"_s, u"format=yuva444p10le"_s, u"-c:v"_s,
-                                                     u"prores_ks"_s, u"-profile:v"_s, u"4"_s});
+    const VideoFile source = alphaFilm();
     ASSERT_TRUE(source.hasAlphaChannel);
     params.container = OutputContainer::mov;
     params.forceReencode = true;
@@ -522,10 +436,7 @@ TEST_F(ConvertMedia, an_odd_width_is_made_even_and_an_odd_height_is_refused)
 // ffmpeg turns the picture before the filters, while a crop is reckoned from the stored size.
 TEST_F(ConvertMedia, a_turned_film_is_encoded_upright_and_a_crop_as_wide_as_it_is_stored_refused)
 {
-    film();
-    const VideoFile source =
-        madeBy(u"turned.mov"_s, {u"-i"_s, folder.path(u"a.mp4"_s), u"-c"_s, u"copy"_s,
-                                 u"-metadata:s:v:0"_s, u"rotate=90"_s});
+    const VideoFile source = turned(film());
     ASSERT_EQ(source.width, 320);
     params.forceReencode = true;
 
@@ -544,7 +455,7 @@ TEST_F(ConvertMedia, the_source_is_never_overwritten)
 
     const JobPlan plan =
         CommandBuilder::convert(source, params, Clips::tools(), std::nullopt, u"{name}"_s);
-    PlanExecutor(Clips::tools().ffmpegURL).execute(plan, [](double) {});
+    run(plan);
 
     EXPECT_EQ(plan.finalOutputURLs, QList<QUrl>{folder.url(u"a 2.mp4"_s)});
     EXPECT_EQ(contentOf(folder.path(u"a.mp4"_s)), before);

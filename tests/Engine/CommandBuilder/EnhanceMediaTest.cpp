@@ -3,7 +3,8 @@
 
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
-#include "support/BuilderMedia.h"
+#include "support/FilmContents.h"
+#include "support/MediaFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,7 +14,7 @@ using ::testing::HasSubstr;
 
 namespace {
 
-class EnhanceMedia : public BuilderMedia
+class EnhanceMedia : public MediaFixture
 {
 protected:
     JobPlan planFor(const VideoFile &file) const
@@ -30,14 +31,7 @@ protected:
         return result;
     }
 
-    std::string failureFor(const VideoFile &file) { return failureOf(planFor(file)); }
-
-    VideoFile silentFilm(const QString &size)
-    {
-        return drawn(u"silent.mkv"_s,
-                     u"testsrc=size=%1:rate=25:duration=1,format=yuv420p"_s.arg(size),
-                     {u"-c:v"_s, u"rawvideo"_s});
-    }
+    std::string failureFor(const VideoFile &file) { return wordsOfFailure(planFor(file)); }
 
     void allOff()
     {
@@ -83,7 +77,7 @@ TEST_F(EnhanceMedia, a_film_is_encoded_with_everything_off)
 {
     allOff();
     const VideoFile source =
-        drawn(u"a.mkv"_s, u"testsrc2=size=320x180:rate=25:duration=1"_s, {u"-c:v"_s, u"mpeg4"_s});
+        madeBy(u"a.mkv"_s, pictureInput() + QStringList{u"-c:v"_s, u"mpeg4"_s});
     expectPicture(enhanced(source), 320, 180);
 }
 
@@ -117,10 +111,7 @@ TEST_F(EnhanceMedia, odd_sides_are_refused_by_the_software_encoder_where_nothing
 
 TEST_F(EnhanceMedia, a_turned_film_is_scaled_as_it_is_shown)
 {
-    film();
-    const VideoFile source =
-        madeBy(u"turned.mp4"_s, {u"-i"_s, folder.path(u"a.mp4"_s), u"-c"_s, u"copy"_s,
-                                 u"-metadata:s:v"_s, u"rotate=90"_s});
+    const VideoFile source = turned(film());
     params.upscale = EnhanceParams::UpscaleFactor::x2;
     expectPicture(enhanced(source), 360, 640);
 }
@@ -153,10 +144,7 @@ TEST_F(EnhanceMedia, a_chosen_audio_rate_starves_the_picture)
 
 TEST_F(EnhanceMedia, the_hevc_choice_keeps_hdr_on_demand)
 {
-    const VideoFile source = drawn(
-        u"hdr.mp4"_s, u"testsrc2=size=320x180:rate=25:duration=1,format=yuv420p10le"_s,
-        {u"-c:v"_s, u"libx265"_s, u"-x265-params"_s, u"log-level=error"_s, u"-color_primaries"_s,
-         u"bt2020"_s, u"-color_trc"_s, u"smpte2084"_s, u"-colorspace"_s, u"bt2020nc"_s});
+    const VideoFile source = hdrFilm();
     ASSERT_TRUE(source.isHDR);
     params.advanced.codec = CodecChoice::hevcVideoToolbox;
     params.advanced.hdrPassthrough = true;
@@ -169,9 +157,7 @@ TEST_F(EnhanceMedia, the_hevc_choice_keeps_hdr_on_demand)
 
 TEST_F(EnhanceMedia, alpha_is_lost_in_h264_and_refused_as_prores_by_the_mp4)
 {
-    const VideoFile source =
-        drawn(u"alpha.mov"_s, u"color=red@0.5:320x180:r=25:d=1,format=yuva444p10le"_s,
-              {u"-c:v"_s, u"prores_ks"_s});
+    const VideoFile source = alphaFilm();
     ASSERT_TRUE(source.hasAlphaChannel);
     params.advanced.preserveAlpha = true;
 
@@ -219,16 +205,11 @@ TEST_F(EnhanceMedia, a_replacement_isn_t_opened_not_even_to_see_that_it_is_none)
 
 TEST_F(EnhanceMedia, all_audio_tracks_come_along_and_subtitles_don_t)
 {
-    const QString words = folder.path(u"words.srt"_s);
-    folder.write(u"words.srt"_s, "1\n00:00:00,000 --> 00:00:01,000\nHello\n");
     const VideoFile source =
-        madeBy(u"much.mkv"_s,
-               {u"-f"_s,   u"lavfi"_s,  u"-i"_s,   u"testsrc2=size=320x180:rate=25:duration=1"_s,
-                u"-f"_s,   u"lavfi"_s,  u"-i"_s,   u"sine=duration=1"_s,
-                u"-i"_s,   words,       u"-map"_s, u"0:v"_s,
-                u"-map"_s, u"1:a"_s,    u"-map"_s, u"1:a"_s,
-                u"-map"_s, u"2:s"_s,    u"-c:v"_s, u"mpeg4"_s,
-                u"-c:a"_s, u"libopus"_s});
+        madeBy(u"much.mkv"_s, pictureInput() + toneInput() +
+                                  QStringList{u"-i"_s, subtitles(), u"-map"_s, u"0:v"_s, u"-map"_s,
+                                              u"1:a"_s, u"-map"_s, u"1:a"_s, u"-map"_s, u"2:s"_s,
+                                              u"-c:v"_s, u"mpeg4"_s, u"-c:a"_s, u"libopus"_s});
     ASSERT_EQ(source.audioStreams.size(), 2);
     ASSERT_EQ(source.subtitleStreams.size(), 1);
 
@@ -242,7 +223,7 @@ TEST_F(EnhanceMedia, all_audio_tracks_come_along_and_subtitles_don_t)
 
 TEST_F(EnhanceMedia, a_recording_is_copied_and_its_filter_left_unused)
 {
-    const VideoFile source = drawn(u"a.m4a"_s, u"sine=duration=1"_s, {});
+    const VideoFile source = madeBy(u"a.m4a"_s, toneInput());
     ASSERT_FALSE(source.videoCodec);
 
     const VideoFile result = enhanced(source);

@@ -20,34 +20,14 @@ using Upscale = EnhanceParams::UpscaleFactor;
 
 /// A case before it is planned: a film of ten seconds in H.264 and AAC, on a build that has x264,
 /// with the parameters as they come.
-struct Given {
-    VideoFile file;
-    EnhanceParams params;
-    FFmpegToolset toolset;
+struct Given : FilmCase<EnhanceParams> {
+    FFmpegToolset toolset = offering({u"libx264"_s, u"aac"_s});
 
     Given()
     {
-        file.url = QUrl::fromLocalFile(u"/films/a.mov"_s);
-        file.durationSeconds = 10;
         file.fileSizeBytes = 9'000'000;
-        file.videoCodec = u"h264"_s;
-        file.width = 1280;
-        file.height = 720;
         file.fps = 25;
         addAudio(u"aac"_s);
-        toolset.encoders = {u"libx264"_s, u"aac"_s};
-    }
-
-    void addAudio(const QString &codec)
-    {
-        AudioStream stream;
-        stream.codec = codec;
-        file.audioStreams.append(stream);
-    }
-
-    void replaceAudio()
-    {
-        params.advanced.replacementAudioURL = QUrl::fromLocalFile(u"/music/b.m4a"_s);
     }
 
     void allOff()

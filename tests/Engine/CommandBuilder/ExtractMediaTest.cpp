@@ -3,8 +3,7 @@
 
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
-#include "MediaFixture.h"
-#include "support/Clips.h"
+#include "support/MediaFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,13 +21,12 @@ protected:
     // A film with a mono track and a stereo one, the second behind a subtitle.
     VideoFile film(const QString &codec = u"aac"_s)
     {
-        const QString subtitle = folder.write(u"a.srt"_s, "1\n00:00:00,000 --> 00:00:01,000\nhi\n");
         return madeBy(u"a.mkv"_s,
                       pictureInput(u"testsrc2=size=160x90:rate=25:duration=1"_s) + toneInput(1) +
-                          QStringList{u"-i"_s, recording(u"stereo.wav"_s, 1, 2), u"-i"_s, subtitle,
-                                      u"-map"_s, u"0:v"_s, u"-map"_s, u"1:a"_s, u"-map"_s, u"3:s"_s,
-                                      u"-map"_s, u"2:a"_s, u"-c:v"_s, u"mpeg4"_s, u"-c:a"_s,
-                                      codec});
+                          QStringList{u"-i"_s, recording(u"stereo.wav"_s, 1, 2), u"-i"_s,
+                                      subtitles(), u"-map"_s, u"0:v"_s, u"-map"_s, u"1:a"_s,
+                                      u"-map"_s, u"3:s"_s, u"-map"_s, u"2:a"_s, u"-c:v"_s,
+                                      u"mpeg4"_s, u"-c:a"_s, codec});
     }
 
     VideoFile sound(const QString &name, const QString &codec)

@@ -4,14 +4,13 @@
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
 #include "Engine/CommandBuilder/BuilderError.h"
-#include "support/TempFolder.h"
+#include "support/GoldenLines.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <ostream>
 #include <vector>
 
+using namespace GoldenLines;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -20,27 +19,17 @@ using AudioFormat = ExtractParams::AudioFormat;
 
 /// A case before it is planned: a film of ten seconds with two tracks, behind a picture and a
 /// subtitle.
-struct Given {
-    VideoFile file;
-    ExtractParams params;
-
+struct Given : FilmCase<ExtractParams> {
     Given()
     {
-        file.url = QUrl::fromLocalFile(u"/films/a.mov"_s);
-        file.durationSeconds = 10;
-        file.videoCodec = u"h264"_s;
-        file.width = 1280;
-        file.height = 720;
         addTrack(1, u"aac"_s);
         addTrack(3, u"opus"_s);
     }
 
     void addTrack(qint64 index, const QString &codec)
     {
-        AudioStream track;
-        track.index = index;
-        track.codec = codec;
-        file.audioStreams.append(track);
+        addAudio(codec);
+        file.audioStreams.last().index = index;
     }
 
     JobPlan plan() const
@@ -49,28 +38,14 @@ struct Given {
     }
 };
 
-/// One case, named by what the command line does, with the line behind the common head.
-struct Row {
-    const char *name;
-    std::function<void(Given &)> change;
-    const char *line;
+/// One case, with the badge of its plan.
+struct Row : LineRow<Given> {
     const char *badge;
 };
 
-// What GoogleTest shows of a row.
-void PrintTo(const Row &row, std::ostream *out)
-{
-    *out << row.name;
-}
+using Change = ChangeOf<Given>;
 
-QStringList commandLine(const char *tail)
-{
-    return QStringLiteral("-hide_banner -nostdin -loglevel error -progress pipe:1 -nostats -y %1")
-        .arg(QString::fromUtf8(tail))
-        .split(u' ');
-}
-
-std::function<void(Given &)> trackOf(const char *codec, AudioFormat format)
+Change trackOf(const char *codec, AudioFormat format)
 {
     return [=](Given &g) {
         g.file.audioStreams.first().codec = QString::fromUtf8(codec);
@@ -78,7 +53,7 @@ std::function<void(Given &)> trackOf(const char *codec, AudioFormat format)
     };
 }
 
-std::function<void(Given &)> track(qint64 index)
+Change track(qint64 index)
 {
     return [=](Given &g) { g.params.audioTrackIndex = index; };
 }
@@ -182,14 +157,9 @@ static const std::vector<Row> trackRows{
      "-i /films/a.mov -vn -map 0:0 -c:a copy /films/a-audio.m4a", direct},
 };
 
-static std::string rowName(const ::testing::TestParamInfo<Row> &info)
-{
-    return info.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(M4a, ExtractLine, ::testing::ValuesIn(m4aRows), rowName);
-INSTANTIATE_TEST_SUITE_P(OtherFormats, ExtractLine, ::testing::ValuesIn(otherRows), rowName);
-INSTANTIATE_TEST_SUITE_P(Tracks, ExtractLine, ::testing::ValuesIn(trackRows), rowName);
+INSTANTIATE_TEST_SUITE_P(M4a, ExtractLine, ::testing::ValuesIn(m4aRows), RowName());
+INSTANTIATE_TEST_SUITE_P(OtherFormats, ExtractLine, ::testing::ValuesIn(otherRows), RowName());
+INSTANTIATE_TEST_SUITE_P(Tracks, ExtractLine, ::testing::ValuesIn(trackRows), RowName());
 
 TEST(Extract, a_plan_is_one_step_over_the_whole_length)
 {
@@ -198,14 +168,8 @@ TEST(Extract, a_plan_is_one_step_over_the_whole_length)
     ASSERT_EQ(plan.steps.size(), 1);
     EXPECT_EQ(plan.steps.first().label, u"extract"_s);
     EXPECT_EQ(plan.steps.first().progressDuration, 10);
-    EXPECT_FALSE(plan.steps.first().tempOutputURL);
     EXPECT_EQ(plan.finalOutputURLs, QList<QUrl>{QUrl::fromLocalFile(u"/films/a-audio.m4a"_s)});
-    EXPECT_EQ(plan.targetLimitBytes, std::nullopt);
-    EXPECT_FALSE(plan.retryFactory);
-    EXPECT_FALSE(plan.approach);
-    EXPECT_TRUE(plan.prepFiles.isEmpty());
-    EXPECT_TRUE(plan.createDirs.isEmpty());
-    EXPECT_TRUE(plan.cleanupURLs.isEmpty());
+    expectNothingBeside(plan);
 }
 
 TEST(Extract, a_file_without_sound_is_refused)
@@ -243,6 +207,6 @@ TEST(Extract, paths_go_in_as_they_are)
 
     const QStringList args = g.plan().steps.first().args;
 
-    EXPECT_EQ(args.at(args.indexOf(u"-i"_s) + 1), odd + u".mov"_s);
+    EXPECT_EQ(valueOf(args, u"-i"_s), odd + u".mov"_s);
     EXPECT_EQ(args.last(), odd + u"-audio.m4a"_s);
 }

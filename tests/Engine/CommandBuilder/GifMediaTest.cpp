@@ -3,9 +3,8 @@
 
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
-#include "MediaFixture.h"
-#include "NumberedFilm.h"
-#include "support/Clips.h"
+#include "support/MediaFixture.h"
+#include "support/NumberedFilm.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -232,9 +231,7 @@ TEST_F(GifMedia, odd_sizes_deep_colours_and_alpha_become_gifs)
 
 TEST_F(GifMedia, a_rotated_film_becomes_an_upright_gif)
 {
-    const VideoFile lying = film(u"lying.mp4"_s);
-    const VideoFile source = madeBy(u"a.mp4"_s, {u"-i"_s, lying.url.toLocalFile(), u"-c"_s,
-                                                 u"copy"_s, u"-metadata:s:v"_s, u"rotate=90"_s});
+    const VideoFile source = turned(film());
     params.end = 0.5;
     params.width = 45;
 

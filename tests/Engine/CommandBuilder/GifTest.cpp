@@ -3,60 +3,24 @@
 
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
-#include "Engine/Text.h"
-#include "support/TempFolder.h"
-
-#include <QDir>
+#include "support/GoldenLines.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <ostream>
 #include <vector>
 
+using namespace GoldenLines;
 using namespace Qt::StringLiterals;
 
 namespace {
 
 /// A case before it is planned: a film of ten seconds.
-struct Given {
-    VideoFile file;
-    GifParams params;
-
-    Given()
-    {
-        file.url = QUrl::fromLocalFile(u"/films/a.mov"_s);
-        file.durationSeconds = 10;
-        file.videoCodec = u"h264"_s;
-        file.width = 1280;
-        file.height = 720;
-    }
-
+struct Given : FilmCase<GifParams> {
     JobPlan plan() const { return CommandBuilder::gif(file, params, std::nullopt, std::nullopt); }
 };
 
-using Change = std::function<void(Given &)>;
-
-/// One case, named by what the command lines do, with the lines behind the common head. "/scratch"
-/// stands for the plan's own folder.
-struct Row {
-    const char *name;
-    Change change;
-    std::vector<const char *> lines;
-};
-
-// What GoogleTest shows of a row.
-void PrintTo(const Row &row, std::ostream *out)
-{
-    *out << row.name;
-}
-
-Given given(const Change &change)
-{
-    Given result;
-    change(result);
-    return result;
-}
+using Change = ChangeOf<Given>;
+using Row = LinesRow<Given>;
 
 Change stretch(double start, std::optional<double> end)
 {
@@ -74,24 +38,6 @@ Change fps(qint64 value)
 Change width(qint64 value)
 {
     return [=](Given &g) { g.params.width = value; };
-}
-
-QString folderOf(const JobPlan &plan)
-{
-    return plan.createDirs.value(0).toLocalFile();
-}
-
-QStringList expectedLine(const JobPlan &plan, const char *tail)
-{
-    return QStringLiteral("-hide_banner -nostdin -loglevel error -progress pipe:1 -nostats -y %1")
-        .arg(QString::fromUtf8(tail))
-        .split(u' ')
-        .replaceInStrings(u"/scratch"_s, folderOf(plan));
-}
-
-QString filterOf(const FFmpegStep &step)
-{
-    return step.args.at(step.args.indexOf(u"-vf"_s) + 1);
 }
 
 QStringList seekOf(const FFmpegStep &step)
@@ -121,11 +67,7 @@ TEST_P(GifLine, is_laid_out)
 {
     const JobPlan plan = given(GetParam().change).plan();
 
-    ASSERT_EQ(static_cast<size_t>(plan.steps.size()), GetParam().lines.size());
-    for (qsizetype i = 0; i < plan.steps.size(); ++i) {
-        EXPECT_EQ(plan.steps.at(i).args,
-                  expectedLine(plan, GetParam().lines.at(static_cast<size_t>(i))));
-    }
+    expectLines(plan, GetParam().lines, folderOf(plan));
 }
 
 static const std::vector<Row> rows{
@@ -196,12 +138,7 @@ static const std::vector<Row> rows{
       "diff_mode=rectangle -loop 0 /films/a-gif.gif"}},
 };
 
-static std::string rowName(const ::testing::TestParamInfo<Row> &info)
-{
-    return info.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Gif, GifLine, ::testing::ValuesIn(rows), rowName);
+INSTANTIATE_TEST_SUITE_P(Gif, GifLine, ::testing::ValuesIn(rows), RowName());
 
 TEST(Gif, the_stretch_is_held_inside_the_film)
 {
@@ -276,7 +213,9 @@ TEST(Gif, frames_a_second_are_held_between_1_and_30)
         {29, u"fps=29,"_s}, {30, u"fps=30,"_s}, {31, u"fps=30,"_s}, {50, u"fps=30,"_s},
     };
     for (const auto &[frames, text] : cases) {
-        EXPECT_TRUE(filterOf(given(fps(frames)).plan().steps.first()).startsWith(text)) << frames;
+        EXPECT_TRUE(
+            valueOf(given(fps(frames)).plan().steps.first().args, u"-vf"_s).startsWith(text))
+            << frames;
     }
 }
 
@@ -289,7 +228,9 @@ TEST(Gif, the_width_goes_in_as_it_stands_and_the_height_follows)
         {99999, u"scale=99999:-1:"_s},
     };
     for (const auto &[pixels, text] : cases) {
-        EXPECT_TRUE(filterOf(given(width(pixels)).plan().steps.first()).contains(text)) << pixels;
+        EXPECT_TRUE(
+            valueOf(given(width(pixels)).plan().steps.first().args, u"-vf"_s).contains(text))
+            << pixels;
     }
 }
 
@@ -329,8 +270,7 @@ TEST(Gif, a_bounced_gif_has_no_loop_count_of_its_own)
 
 TEST(Gif, a_plan_works_in_a_temporary_folder_and_removes_it)
 {
-    const TempFolder scratch;
-    const ScopedEnvironment temporary("TMPDIR", scratch.path().toUtf8());
+    const Scratch scratch;
     for (const bool bounce : {false, true}) {
         Given g;
         g.params.bounce = bounce;
@@ -338,11 +278,7 @@ TEST(Gif, a_plan_works_in_a_temporary_folder_and_removes_it)
         const JobPlan plan = g.plan();
 
         const QString folder = folderOf(plan);
-        const QString stem = QDir(scratch.path()).canonicalPath() + u"/mx-gif-"_s;
-        ASSERT_TRUE(folder.startsWith(stem)) << folder.toStdString();
-        const QUuid id(folder.sliced(stem.size()));
-        EXPECT_FALSE(id.isNull());
-        EXPECT_EQ(folder, stem + Text::uuid(id));
+        expectIdentityBehind(scratch.path() + u"/mx-gif-"_s, folder);
         EXPECT_EQ(plan.createDirs.size(), 1);
         // The forward half goes with the folder.
         EXPECT_EQ(plan.cleanupURLs, (QList<QUrl>{QUrl::fromLocalFile(folder + u"/palette.png"_s),
@@ -366,8 +302,7 @@ TEST(Gif, a_plan_holds_nothing_else)
     EXPECT_EQ(plan.finalOutputURLs, QList<QUrl>{outputUrl});
     EXPECT_EQ(plan.badgeKey, std::nullopt);
     EXPECT_EQ(plan.targetLimitBytes, std::nullopt);
-    EXPECT_FALSE(plan.retryFactory);
-    EXPECT_FALSE(plan.approach);
+    expectNoFurtherAttempts(plan);
     EXPECT_TRUE(plan.prepFiles.isEmpty());
     for (const FFmpegStep &step : plan.steps) {
         EXPECT_FALSE(step.tempOutputURL);
@@ -395,6 +330,6 @@ TEST(Gif, paths_go_in_as_they_are)
 
     const QStringList args = g.plan().steps.last().args;
 
-    EXPECT_EQ(args.at(args.indexOf(u"-i"_s) + 1), odd + u".mov"_s);
+    EXPECT_EQ(valueOf(args, u"-i"_s), odd + u".mov"_s);
     EXPECT_EQ(args.last(), odd + u"-gif.gif"_s);
 }

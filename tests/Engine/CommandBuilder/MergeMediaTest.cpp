@@ -3,7 +3,8 @@
 
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
-#include "support/BuilderMedia.h"
+#include "support/FilmContents.h"
+#include "support/MediaFixture.h"
 
 #include <QFile>
 
@@ -17,7 +18,7 @@ using ::testing::HasSubstr;
 
 namespace {
 
-class MergeMedia : public BuilderMedia
+class MergeMedia : public MediaFixture
 {
 protected:
     JobPlan planFor(const QList<VideoFile> &files) const
@@ -38,19 +39,18 @@ protected:
         return result;
     }
 
-    std::string failureFor(const QList<VideoFile> &files) { return failureOf(planFor(files)); }
+    std::string failureFor(const QList<VideoFile> &files) { return wordsOfFailure(planFor(files)); }
 
     // A film of one colour with a tone. The grain keeps the rate, which the encode aims at, from
     // being next to nothing.
     VideoFile coloured(const QString &name, const QString &colour, const QString &size,
                        double seconds)
     {
-        const QString length = QString::number(seconds);
-        return madeBy(name,
-                      {u"-f"_s, u"lavfi"_s, u"-i"_s,
-                       u"color=%1:s=%2:r=25:d=%3,noise=alls=20:allf=t"_s.arg(colour, size, length),
-                       u"-f"_s, u"lavfi"_s, u"-i"_s, u"sine=duration="_s + length, u"-pix_fmt"_s,
-                       u"yuv420p"_s, u"-g"_s, u"25"_s, u"-c:a"_s, u"aac"_s});
+        const QString picture = u"color=%1:s=%2:r=25:d=%3,noise=alls=20:allf=t"_s.arg(
+            colour, size, QString::number(seconds));
+        return madeBy(name, pictureInput(picture) + toneInput(seconds) +
+                                QStringList{u"-pix_fmt"_s, u"yuv420p"_s, u"-g"_s, u"25"_s,
+                                            u"-c:a"_s, u"aac"_s});
     }
 
     // A second that has nothing in common with the other films but its size.
@@ -66,8 +66,7 @@ protected:
 
     VideoFile silent(const QString &name)
     {
-        return drawn(name, u"testsrc2=size=320x180:rate=25:duration=1"_s,
-                     {u"-pix_fmt"_s, u"yuv420p"_s});
+        return madeBy(name, pictureInput() + QStringList{u"-pix_fmt"_s, u"yuv420p"_s});
     }
 
     MergeParams params;
@@ -283,7 +282,7 @@ TEST_F(MergeMedia, a_quote_in_a_name_does_an_encode_no_harm)
 
 TEST_F(MergeMedia, a_file_without_a_picture_fails_in_the_graph)
 {
-    const VideoFile recording = drawn(u"b.m4a"_s, u"sine=duration=1"_s, {});
+    const VideoFile recording = madeBy(u"b.m4a"_s, toneInput());
     EXPECT_THAT(failureFor({film(), recording}), HasSubstr("matches no streams"));
 }
 

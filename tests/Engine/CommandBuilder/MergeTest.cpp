@@ -27,28 +27,22 @@ constexpr std::array allContainers{OutputContainer::mp4, OutputContainer::mov, O
 struct Given {
     QList<VideoFile> files;
     MergeParams params;
-    FFmpegToolset toolset;
+    FFmpegToolset toolset = offering({u"libx264"_s, u"libvpx-vp9"_s, u"aac"_s});
 
     Given()
     {
         add(u"/films/a.mov"_s, 10);
         add(u"/films/b.mp4"_s, 2.5);
-        toolset.encoders = {u"libx264"_s, u"libvpx-vp9"_s, u"aac"_s};
     }
 
     VideoFile &add(const QString &path, double seconds)
     {
-        VideoFile file;
+        VideoFile file = Samples::tenSeconds();
         file.url = QUrl::fromLocalFile(path);
         file.durationSeconds = seconds;
-        file.videoCodec = u"h264"_s;
         file.videoBitrateBps = 5'000'999;
-        file.width = 1280;
-        file.height = 720;
         file.fps = 25;
-        AudioStream stream;
-        stream.codec = u"aac"_s;
-        file.audioStreams.append(stream);
+        file.audioStreams = {Samples::track(u"aac"_s)};
         files.append(file);
         return files.last();
     }
@@ -67,16 +61,6 @@ using Row = LineRow<Given>;
 class MergeLine : public ::testing::TestWithParam<Row>
 {
 };
-
-std::optional<BuilderError::Case> refusalOf(const Given &g)
-{
-    try {
-        g.plan();
-    } catch (const BuilderError &error) {
-        return error.kind();
-    }
-    return std::nullopt;
-}
 
 // Where the list of a copy stands; another folder for every plan.
 QString listOf(const JobPlan &plan)
@@ -337,13 +321,11 @@ TEST(Merge, a_copy_brings_its_list_and_cleans_up_behind_it)
 TEST(Merge, each_copy_has_a_temporary_folder_of_its_own)
 {
     const Scratch scratch;
-    const QString first = Given().plan().createDirs.first().toLocalFile();
-    const QString second = Given().plan().createDirs.first().toLocalFile();
+    const QString first = folderOf(Given().plan());
+    const QString second = folderOf(Given().plan());
 
-    const QString prefix = scratch.path() + u"/mx-merge-"_s;
     for (const QString &folder : {first, second}) {
-        ASSERT_TRUE(folder.startsWith(prefix));
-        EXPECT_FALSE(QUuid::fromString(folder.sliced(prefix.size())).isNull());
+        expectIdentityBehind(scratch.path() + u"/mx-merge-"_s, folder);
         EXPECT_FALSE(QFileInfo::exists(folder));
     }
     EXPECT_NE(first, second);

@@ -3,7 +3,7 @@
 
 #include "Engine/CommandBuilder/SharedArguments.h"
 
-#include "support/TempFolder.h"
+#include "support/GoldenLines.h"
 
 #include <QDir>
 
@@ -13,6 +13,7 @@
 #include <tuple>
 #include <vector>
 
+using namespace GoldenLines;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -38,9 +39,7 @@ VideoFile soundOf(const QStringList &codecs)
 {
     VideoFile file;
     for (const QString &codec : codecs) {
-        AudioStream stream;
-        stream.codec = codec;
-        file.audioStreams.append(stream);
+        file.audioStreams += Samples::track(codec);
     }
     return file;
 }
@@ -101,18 +100,6 @@ ConvertParams withAudioFormat(AudioFormat format)
     ConvertParams params;
     params.audioFormat = format;
     return params;
-}
-
-FFmpegToolset offering(const QSet<QString> &encoders)
-{
-    FFmpegToolset toolset;
-    toolset.encoders = encoders;
-    return toolset;
-}
-
-QStringList words(const char *text)
-{
-    return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);
 }
 
 QString outputPath(const VideoFile &file, const std::optional<QUrl> &directory,

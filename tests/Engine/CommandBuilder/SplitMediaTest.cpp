@@ -4,7 +4,8 @@
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
 #include "Engine/ProbeService.h"
-#include "support/BuilderMedia.h"
+#include "support/FilmContents.h"
+#include "support/MediaFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,7 +23,7 @@ struct Packet {
     QString sum;
 };
 
-class SplitMedia : public BuilderMedia
+class SplitMedia : public MediaFixture
 {
 protected:
     // Parts of a second, until a test says otherwise.
@@ -49,12 +50,12 @@ protected:
     // Three seconds with a keyframe every 0.8, and sound.
     VideoFile film(const QString &name, const QStringList &encoding)
     {
-        return madeBy(name, QStringList{u"-f"_s, u"lavfi"_s, u"-i"_s,
-                                        u"testsrc2=size=320x180:rate=25:duration=3"_s, u"-f"_s,
-                                        u"lavfi"_s, u"-i"_s, u"sine=duration=3"_s, u"-pix_fmt"_s,
-                                        u"yuv420p"_s, u"-g"_s, u"20"_s, u"-bf"_s, u"0"_s} +
-                                encoding);
+        return madeBy(
+            name, pictureInput(u"testsrc2=size=320x180:rate=25:duration=3"_s) + toneInput(3) +
+                      QStringList{u"-pix_fmt"_s, u"yuv420p"_s, u"-g"_s, u"20"_s, u"-bf"_s, u"0"_s} +
+                      encoding);
     }
+
     VideoFile x264Film(const QString &name)
     {
         return film(name,
@@ -212,13 +213,13 @@ TEST_F(SplitMedia, parts_of_other_containers_are_mp4s_where_the_streams_allow_it
     ASSERT_EQ(parts.size(), 3);
     EXPECT_EQ(parts.first().containerName, u"mov,mp4,m4a,3gp,3g2,mj2"_s);
 
-    const VideoFile recording = drawn(u"a.wav"_s, u"sine=duration=2"_s, {});
-    EXPECT_THAT(failureOf(planFor(recording)), HasSubstr("codec pcm_s16le"));
+    const VideoFile recording = madeBy(u"a.wav"_s, toneInput(2));
+    EXPECT_THAT(wordsOfFailure(planFor(recording)), HasSubstr("codec pcm_s16le"));
 }
 
 TEST_F(SplitMedia, a_recording_is_split_by_its_sound)
 {
-    const QList<VideoFile> parts = partsOf(drawn(u"a.m4a"_s, u"sine=duration=3"_s, {}));
+    const QList<VideoFile> parts = partsOf(madeBy(u"a.m4a"_s, toneInput(3)));
     ASSERT_EQ(parts.size(), 3);
     for (const VideoFile &part : parts) {
         EXPECT_FALSE(part.videoCodec);
@@ -238,14 +239,11 @@ TEST_F(SplitMedia, a_film_without_sound_is_split_by_its_picture)
 
 TEST_F(SplitMedia, all_audio_tracks_come_along_and_subtitles_don_t)
 {
-    const QString words = folder.write(u"words.srt"_s, "1\n00:00:00,000 --> 00:00:02,000\nHello\n");
     const VideoFile source =
         madeBy(u"much.mkv"_s,
-               {u"-f"_s,   u"lavfi"_s, u"-i"_s,   u"testsrc2=size=320x180:rate=25:duration=2"_s,
-                u"-f"_s,   u"lavfi"_s, u"-i"_s,   u"sine=duration=2"_s,
-                u"-i"_s,   words,      u"-map"_s, u"0:v"_s,
-                u"-map"_s, u"1:a"_s,   u"-map"_s, u"1:a"_s,
-                u"-map"_s, u"2:s"_s,   u"-c:v"_s, u"mpeg4"_s});
+               pictureInput(u"testsrc2=size=320x180:rate=25:duration=2"_s) + toneInput(2) +
+                   QStringList{u"-i"_s, subtitles(), u"-map"_s, u"0:v"_s, u"-map"_s, u"1:a"_s,
+                               u"-map"_s, u"1:a"_s, u"-map"_s, u"2:s"_s, u"-c:v"_s, u"mpeg4"_s});
     ASSERT_EQ(source.subtitleStreams.size(), 1);
 
     const QList<VideoFile> parts = partsOf(source);
@@ -257,10 +255,7 @@ TEST_F(SplitMedia, all_audio_tracks_come_along_and_subtitles_don_t)
 
 TEST_F(SplitMedia, a_turned_film_stays_turned)
 {
-    x264Film(u"a.mp4"_s);
-    const VideoFile source =
-        madeBy(u"turned.mp4"_s, {u"-i"_s, folder.path(u"a.mp4"_s), u"-c"_s, u"copy"_s,
-                                 u"-metadata:s:v"_s, u"rotate=90"_s});
+    const VideoFile source = turned(x264Film(u"a.mp4"_s));
 
     const VideoFile part = partsOf(source).value(1);
 

@@ -16,19 +16,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// A case before it is planned: a film of ten seconds, cut every four seconds.
-struct Given {
-    VideoFile file;
-    SplitParams params;
-
+struct Given : FilmCase<SplitParams> {
     Given()
     {
-        file.url = QUrl::fromLocalFile(u"/films/a.mov"_s);
-        file.durationSeconds = 10;
         file.fileSizeBytes = 9'000'000;
-        file.videoCodec = u"h264"_s;
-        file.width = 1280;
-        file.height = 720;
-        file.audioStreams.append(AudioStream());
+        addAudio({});
         params.mode = SplitParams::Mode::byDuration;
         params.durationPerPartSeconds = 4;
     }
@@ -43,16 +35,6 @@ QStringList pathsOf(const QList<QUrl> &urls)
         paths += url.toLocalFile();
     }
     return paths;
-}
-
-std::optional<BuilderError::Case> refusalOf(const Given &g)
-{
-    try {
-        g.plan();
-    } catch (const BuilderError &error) {
-        return error.kind();
-    }
-    return std::nullopt;
 }
 
 } // namespace

@@ -4,9 +4,8 @@
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
 #include "Engine/ProbeService.h"
-#include "MediaFixture.h"
-#include "NumberedFilm.h"
-#include "support/Clips.h"
+#include "support/MediaFixture.h"
+#include "support/NumberedFilm.h"
 
 #include <QDir>
 
@@ -365,10 +364,9 @@ TEST_F(TrimMedia, sound_that_an_mp4_can_t_hold_fails_to_be_copied_and_can_be_enc
 
 TEST_F(TrimMedia, a_cut_takes_all_audio_tracks_along_and_joining_takes_one)
 {
-    const QString subtitle = folder.write(u"a.srt"_s, "1\n00:00:00,000 --> 00:00:01,000\nhi\n");
     const VideoFile source =
         madeBy(u"a.mkv"_s, pictureInput(NumberedFilm::picture()) + toneInput(4) + toneInput(4) +
-                               QStringList{u"-i"_s, subtitle, u"-map"_s, u"0:v"_s, u"-map"_s,
+                               QStringList{u"-i"_s, subtitles(), u"-map"_s, u"0:v"_s, u"-map"_s,
                                            u"1:a"_s, u"-map"_s, u"2:a"_s, u"-map"_s, u"3:s"_s,
                                            u"-c:v"_s, u"mpeg4"_s, u"-c:a"_s, u"libopus"_s});
     ASSERT_EQ(source.subtitleStreams.size(), 1);
@@ -407,12 +405,7 @@ TEST_F(TrimMedia, a_crop_a_frame_rate_cap_and_extra_arguments_reach_the_output)
 
 TEST_F(TrimMedia, the_hevc_choice_keeps_hdr)
 {
-    const VideoFile source = madeBy(
-        u"a.mp4"_s,
-        pictureInput(u"testsrc2=size=160x90:rate=25:duration=1,format=yuv420p10le"_s) +
-            QStringList{u"-c:v"_s, u"libx265"_s, u"-preset"_s, u"ultrafast"_s, u"-x265-params"_s,
-                        u"log-level=error"_s, u"-color_primaries"_s, u"bt2020"_s, u"-color_trc"_s,
-                        u"smpte2084"_s, u"-colorspace"_s, u"bt2020nc"_s});
+    const VideoFile source = hdrFilm();
     ASSERT_TRUE(source.isHDR);
     keep(0.2, 0.8);
     params.exactReencode = true;
@@ -428,9 +421,7 @@ TEST_F(TrimMedia, the_hevc_choice_keeps_hdr)
 
 TEST_F(TrimMedia, prores_keeps_alpha_in_a_mov_and_h264_loses_it)
 {
-    const VideoFile source = madeBy(
-        u"a.mov"_s, pictureInput(u"testsrc2=size=160x90:rate=25:duration=1,format=yuva444p10le"_s) +
-                        QStringList{u"-c:v"_s, u"prores_ks"_s, u"-profile:v"_s, u"4"_s});
+    const VideoFile source = alphaFilm();
     ASSERT_TRUE(source.hasAlphaChannel);
     keep(0.2, 0.8);
     params.exactReencode = true;
@@ -455,22 +446,16 @@ TEST_F(TrimMedia, prores_is_refused_by_the_mp4)
 
 TEST_F(TrimMedia, an_odd_width_is_made_even_and_an_odd_height_is_refused)
 {
-    const auto odd = [&](const QString &size) {
-        return madeBy(u"odd.mkv"_s,
-                      pictureInput(u"testsrc=size=%1:rate=25:duration=1"_s.arg(size)) +
-                          QStringList{u"-pix_fmt"_s, u"yuv420p"_s, u"-c:v"_s, u"rawvideo"_s});
-    };
     keep(0.2, 0.8);
     params.exactReencode = true;
-    EXPECT_EQ(trimmed(odd(u"161x90"_s)).width.value_or(1) % 2, 0);
-    EXPECT_THAT(wordsOfFailure(planFor(odd(u"160x91"_s))), HasSubstr("height not divisible by 2"));
+    EXPECT_EQ(trimmed(silentFilm(u"161x90"_s)).width.value_or(1) % 2, 0);
+    EXPECT_THAT(wordsOfFailure(planFor(silentFilm(u"160x91"_s))),
+                HasSubstr("height not divisible by 2"));
 }
 
 TEST_F(TrimMedia, a_rotated_film_is_turned_upright_by_an_exact_cut)
 {
-    const VideoFile upright = film(u"upright.mp4"_s);
-    const VideoFile source = madeBy(u"a.mp4"_s, {u"-i"_s, upright.url.toLocalFile(), u"-c"_s,
-                                                 u"copy"_s, u"-metadata:s:v"_s, u"rotate=90"_s});
+    const VideoFile source = turned(film(u"a.mp4"_s));
     ASSERT_EQ(source.width, 160);
     keep(0.2, 0.8);
     EXPECT_EQ(trimmed(source).width, 160);
@@ -489,7 +474,7 @@ TEST_F(TrimMedia, a_replacement_goes_unheard)
 {
     keep(0.2, 0.8);
     params.exactReencode = true;
-    params.advanced.replacementAudioURL = QUrl::fromLocalFile(recording(u"b c.wav"_s, 2, 2));
+    params.advanced.replacementAudioURL = stereoWav(2);
 
     const VideoFile loud = trimmed(film(u"a.mp4"_s));
     ASSERT_EQ(loud.audioStreams.size(), 1);

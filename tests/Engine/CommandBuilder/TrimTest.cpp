@@ -4,17 +4,15 @@
 #include "Engine/CommandBuilder/CommandBuilder.h"
 
 #include "Engine/CommandBuilder/BuilderError.h"
-#include "Engine/Text.h"
-#include "support/TempFolder.h"
+#include "support/GoldenLines.h"
 
 #include <QDir>
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <ostream>
 #include <vector>
 
+using namespace GoldenLines;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -29,68 +27,21 @@ TrimSegment segment(double start, double end)
 
 /// A case before it is planned: a film of a minute at 4000 kilobits with one AAC track, of which
 /// the seconds 2 to 5 are kept.
-struct Given {
-    VideoFile file;
-    TrimParams params;
-
+struct Given : FilmCase<TrimParams> {
     Given()
     {
-        file.url = QUrl::fromLocalFile(u"/films/a.mov"_s);
         file.durationSeconds = 60;
         file.fileSizeBytes = 40'000'000;
-        file.videoCodec = u"h264"_s;
         file.videoBitrateBps = 4'000'000;
-        file.width = 1280;
-        file.height = 720;
         addAudio(u"aac"_s);
         params.segments = {segment(2, 5)};
-    }
-
-    void addAudio(const QString &codec)
-    {
-        AudioStream track;
-        track.codec = codec;
-        file.audioStreams.append(track);
-    }
-
-    void dropVideo()
-    {
-        file.videoCodec.reset();
-        file.videoBitrateBps.reset();
-        file.width.reset();
-        file.height.reset();
-    }
-
-    void replaceAudio()
-    {
-        params.advanced.replacementAudioURL = QUrl::fromLocalFile(u"/music/b.m4a"_s);
-    }
-
-    void crop(CropSpec::Aspect aspect)
-    {
-        CropSpec spec;
-        spec.aspect = aspect;
-        params.advanced.crop = spec;
     }
 
     JobPlan plan() const { return CommandBuilder::trim(file, params, std::nullopt, std::nullopt); }
 };
 
-using Change = std::function<void(Given &)>;
-
-/// One case, named by what the command lines do, with the lines behind the common head. "/scratch"
-/// stands for the plan's own folder.
-struct Row {
-    const char *name;
-    Change change;
-    std::vector<const char *> lines;
-};
-
-// What GoogleTest shows of a row.
-void PrintTo(const Row &row, std::ostream *out)
-{
-    *out << row.name;
-}
+using Change = ChangeOf<Given>;
+using Row = LinesRow<Given>;
 
 Change named(const char *path)
 {
@@ -104,35 +55,6 @@ Change exact(const Change &change = [](Given &) {})
         g.params.exactReencode = true;
         change(g);
     };
-}
-
-Given given(const Change &change)
-{
-    Given result;
-    change(result);
-    return result;
-}
-
-QString folderOf(const JobPlan &plan)
-{
-    return plan.createDirs.value(0).toLocalFile();
-}
-
-QStringList expectedLine(const JobPlan &plan, const char *tail)
-{
-    return QStringLiteral("-hide_banner -nostdin -loglevel error -progress pipe:1 -nostats -y %1")
-        .arg(QString::fromUtf8(tail))
-        .split(u' ')
-        .replaceInStrings(u"/scratch"_s, folderOf(plan));
-}
-
-QStringList labelsOf(const JobPlan &plan)
-{
-    QStringList labels;
-    for (const FFmpegStep &step : plan.steps) {
-        labels += step.label;
-    }
-    return labels;
 }
 
 QStringList namesOf(const JobPlan &plan)
@@ -165,11 +87,7 @@ TEST_P(TrimLine, is_laid_out)
 {
     const JobPlan plan = given(GetParam().change).plan();
 
-    ASSERT_EQ(static_cast<size_t>(plan.steps.size()), GetParam().lines.size());
-    for (qsizetype i = 0; i < plan.steps.size(); ++i) {
-        EXPECT_EQ(plan.steps.at(i).args,
-                  expectedLine(plan, GetParam().lines.at(static_cast<size_t>(i))));
-    }
+    expectLines(plan, GetParam().lines, folderOf(plan));
 }
 
 static const std::vector<Row> copyRows{
@@ -440,16 +358,11 @@ static const std::vector<Row> forcedRows{
       "-pix_fmt yuv420p -c:a copy -movflags +faststart -tune film /films/a-trim.mov"}},
 };
 
-static std::string rowName(const ::testing::TestParamInfo<Row> &info)
-{
-    return info.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Copy, TrimLine, ::testing::ValuesIn(copyRows), rowName);
-INSTANTIATE_TEST_SUITE_P(Joined, TrimLine, ::testing::ValuesIn(joinedRows), rowName);
-INSTANTIATE_TEST_SUITE_P(ExactSound, TrimLine, ::testing::ValuesIn(exactSoundRows), rowName);
-INSTANTIATE_TEST_SUITE_P(ExactPicture, TrimLine, ::testing::ValuesIn(exactPictureRows), rowName);
-INSTANTIATE_TEST_SUITE_P(Forced, TrimLine, ::testing::ValuesIn(forcedRows), rowName);
+INSTANTIATE_TEST_SUITE_P(Copy, TrimLine, ::testing::ValuesIn(copyRows), RowName());
+INSTANTIATE_TEST_SUITE_P(Joined, TrimLine, ::testing::ValuesIn(joinedRows), RowName());
+INSTANTIATE_TEST_SUITE_P(ExactSound, TrimLine, ::testing::ValuesIn(exactSoundRows), RowName());
+INSTANTIATE_TEST_SUITE_P(ExactPicture, TrimLine, ::testing::ValuesIn(exactPictureRows), RowName());
+INSTANTIATE_TEST_SUITE_P(Forced, TrimLine, ::testing::ValuesIn(forcedRows), RowName());
 
 TEST(Trim, each_codec_choice_has_its_encoder)
 {
@@ -680,28 +593,20 @@ TEST(Trim, separate_outputs_are_all_that_the_plan_holds)
         const JobPlan plan = g.plan();
 
         const QString label = exactReencode ? u"cut-encode"_s : u"cut"_s;
-        EXPECT_EQ(labelsOf(plan), (QStringList{label, label}));
+        EXPECT_EQ(labelsOf(plan.steps), (QStringList{label, label}));
         EXPECT_EQ(plan.finalOutputURLs,
                   (QList<QUrl>{QUrl::fromLocalFile(u"/films/a-trim-01.mov"_s),
                                QUrl::fromLocalFile(u"/films/a-trim-02.mov"_s)}));
         EXPECT_EQ(plan.steps.at(0).progressDuration, 3);
         EXPECT_EQ(plan.steps.at(1).progressDuration, 1.5);
-        EXPECT_FALSE(plan.steps.at(0).tempOutputURL);
-        EXPECT_FALSE(plan.steps.at(1).tempOutputURL);
-        EXPECT_TRUE(plan.prepFiles.isEmpty());
-        EXPECT_TRUE(plan.createDirs.isEmpty());
-        EXPECT_TRUE(plan.cleanupURLs.isEmpty());
         EXPECT_EQ(plan.badgeKey, std::nullopt);
-        EXPECT_EQ(plan.targetLimitBytes, std::nullopt);
-        EXPECT_FALSE(plan.retryFactory);
-        EXPECT_FALSE(plan.approach);
+        expectNothingBeside(plan);
     }
 }
 
 TEST(Trim, a_joined_output_comes_from_temporary_segments)
 {
-    const TempFolder scratch;
-    const ScopedEnvironment temporary("TMPDIR", scratch.path().toUtf8());
+    const Scratch scratch;
     for (const bool exactReencode : {false, true}) {
         Given g;
         g.params.segments += segment(20, 21.5);
@@ -714,7 +619,7 @@ TEST(Trim, a_joined_output_comes_from_temporary_segments)
         const QUrl second = QUrl::fromLocalFile(folder + u"/seg-02.mov"_s);
         const QUrl list = QUrl::fromLocalFile(folder + u"/concat.txt"_s);
         const QString label = exactReencode ? u"cut-encode"_s : u"cut"_s;
-        EXPECT_EQ(labelsOf(plan), (QStringList{label, label, u"concat"_s}));
+        EXPECT_EQ(labelsOf(plan.steps), (QStringList{label, label, u"concat"_s}));
         EXPECT_EQ(plan.steps.at(0).tempOutputURL, first);
         EXPECT_EQ(plan.steps.at(1).tempOutputURL, second);
         EXPECT_FALSE(plan.steps.at(2).tempOutputURL);
@@ -727,25 +632,19 @@ TEST(Trim, a_joined_output_comes_from_temporary_segments)
                   (QList<QUrl>{first, second, list, QUrl::fromLocalFile(folder)}));
         EXPECT_EQ(plan.badgeKey, std::nullopt);
         EXPECT_EQ(plan.targetLimitBytes, std::nullopt);
-        EXPECT_FALSE(plan.retryFactory);
-        EXPECT_FALSE(plan.approach);
+        expectNoFurtherAttempts(plan);
     }
 }
 
 TEST(Trim, every_joined_plan_has_a_temporary_folder_of_its_own)
 {
-    const TempFolder scratch;
-    const ScopedEnvironment temporary("TMPDIR", scratch.path().toUtf8());
+    const Scratch scratch;
     Given g;
     g.params.segments += segment(20, 21.5);
 
     const QString folder = folderOf(g.plan());
 
-    const QString stem = QDir(scratch.path()).canonicalPath() + u"/mx-trim-"_s;
-    ASSERT_TRUE(folder.startsWith(stem)) << folder.toStdString();
-    const QUuid id(folder.sliced(stem.size()));
-    EXPECT_FALSE(id.isNull());
-    EXPECT_EQ(folder, stem + Text::uuid(id));
+    expectIdentityBehind(scratch.path() + u"/mx-trim-"_s, folder);
     EXPECT_NE(folderOf(g.plan()), folder);
 }
 
@@ -815,7 +714,7 @@ TEST(Trim, paths_go_in_as_they_are)
 
     const QStringList args = g.plan().steps.first().args;
 
-    EXPECT_EQ(args.at(args.indexOf(u"-i"_s) + 1), odd + u".mov"_s);
+    EXPECT_EQ(valueOf(args, u"-i"_s), odd + u".mov"_s);
     EXPECT_EQ(args.count(u"/music/b c&d.m4a"_s), 1);
     EXPECT_EQ(args.last(), odd + u"-trim.mov"_s);
 }

@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Morvix authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "support/BuilderMedia.h"
+#include "support/FilmContents.h"
 
-#include "Engine/EncoderStandIns.h"
+#include "support/Clips.h"
+#include "support/TempFolder.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QtEndian>
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
@@ -48,66 +49,6 @@ QChar colourName(const QByteArray &rgb)
 
 } // namespace
 
-BuilderMedia::BuilderMedia()
-{
-    QDir(folder.path()).mkdir(u"scratch"_s);
-    m_temporary.emplace("TMPDIR", folder.path(u"scratch"_s).toUtf8());
-}
-
-VideoFile BuilderMedia::film(const QString &name)
-{
-    Clips::make(folder.path(name), {});
-    return Clips::probe(folder.path(name));
-}
-
-VideoFile BuilderMedia::madeBy(const QString &name, const QStringList &args)
-{
-    Clips::ffmpeg(args + QStringList{folder.path(name)});
-    return Clips::probe(folder.path(name));
-}
-
-VideoFile BuilderMedia::drawn(const QString &name, const QString &picture,
-                              const QStringList &encoding)
-{
-    return madeBy(name, QStringList{u"-f"_s, u"lavfi"_s, u"-i"_s, picture} + encoding);
-}
-
-ExecutionOutcome BuilderMedia::run(const JobPlan &plan)
-{
-    const FFmpegToolset &tools = Clips::tools();
-    return PlanExecutor(tools.ffmpegURL)
-        .execute(EncoderStandIns::apply(plan, EncoderStandIns::software(tools)), [](double) {});
-}
-
-VideoFile BuilderMedia::resultOf(const JobPlan &plan)
-{
-    const ExecutionOutcome outcome = run(plan);
-    EXPECT_EQ(outcome.outputURLs, plan.finalOutputURLs);
-    const QString path = outcome.outputURLs.value(0).toLocalFile();
-    EXPECT_GT(outcome.outputBytes, 0);
-    EXPECT_EQ(outcome.outputBytes, QFileInfo(path).size());
-    return Clips::probe(path);
-}
-
-std::string BuilderMedia::failureOf(const JobPlan &plan)
-{
-    try {
-        run(plan);
-    } catch (const EngineError &error) {
-        EXPECT_EQ(error.kind(), EngineError::Case::processFailed);
-        EXPECT_GT(error.exitCode(), 0);
-        return error.stderrTail().toStdString();
-    }
-    ADD_FAILURE() << "the run succeeded";
-    return {};
-}
-
-QStringList BuilderMedia::scratchNames() const
-{
-    return QDir(folder.path(u"scratch"_s))
-        .entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
-}
-
 QString quartersAt(const VideoFile &file, double seconds)
 {
     const QByteArray rgb = pictureAt(file, seconds, u"format=rgb24,scale=2:2:flags=area"_s);
@@ -137,6 +78,25 @@ double loudnessOf(const VideoFile &file, double start, double seconds)
     }
     EXPECT_GT(samples.size(), 1);
     return std::sqrt(sum / std::max(static_cast<double>(samples.size() / 2), 1.0));
+}
+
+QStringList audioCodecs(const VideoFile &file)
+{
+    QStringList codecs;
+    for (const AudioStream &stream : file.audioStreams) {
+        codecs += stream.codec;
+    }
+    return codecs;
+}
+
+void expectStreams(const VideoFile &file, const QString &video, const QStringList &audio,
+                   double seconds)
+{
+    EXPECT_EQ(file.videoCodec, video);
+    EXPECT_EQ(file.width, 320);
+    EXPECT_EQ(file.height, 180);
+    EXPECT_EQ(audioCodecs(file), audio);
+    EXPECT_NEAR(file.durationSeconds, seconds, 0.15);
 }
 
 void expectSoundAndLength(const VideoFile &file, double seconds)
