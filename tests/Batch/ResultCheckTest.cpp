@@ -48,8 +48,9 @@ protected:
         plan.finalOutputURLs = {QUrl::fromLocalFile(output)};
         VideoFile file;
         file.url = QUrl::fromLocalFile(input);
-        return ResultCheck::problem({file, ActionKind::targetSize, plan}, Clips::tools().ffprobeURL,
-                                    AppLanguage::english);
+        const auto problem = ResultCheck::problem({file, ActionKind::targetSize, plan},
+                                                  Clips::tools().ffprobeURL, AppLanguage::english);
+        return problem ? std::optional(problem->sentence) : std::nullopt;
     }
 
     TempFolder m_folder;
