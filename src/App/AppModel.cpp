@@ -48,16 +48,26 @@ qint64 defaultConcurrency()
 
 } // namespace
 
-AppModel::AppModel(Settings settings, PlatformServices services, QObject *parent)
+AppModel::Collections AppModel::Collections::ofUser()
+{
+    // The store is the program's own one: it lives as long as the program.
+    return {std::shared_ptr<PresetStore>(&PresetStore::shared(), [](PresetStore *) {}),
+            std::make_shared<WatchFolderEngine>()};
+}
+
+AppModel::AppModel(Settings settings, PlatformServices services, Collections collections,
+                   QObject *parent)
     : QObject(parent)
     , m_settings(std::move(settings))
     , m_services(std::move(services))
+    , m_collections(std::move(collections))
     , m_probePool(mostProbes, QThread::InheritPriority)
     , m_keyframePool(keyframeQuestions, QThread::LowPriority)
     , m_executorPool(mostExecutors, QThread::InheritPriority)
 {
     readSettings();
     locateFFmpeg();
+    startWatchFolders();
 }
 
 AppModel::~AppModel()

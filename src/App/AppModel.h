@@ -11,7 +11,9 @@
 #include "Engine/FFmpegToolset.h"
 #include "Engine/HardwareEncoders.h"
 #include "Engine/PlanExecutor.h"
+#include "Engine/PresetStore.h"
 #include "Engine/PreviewEngine.h"
+#include "Engine/WatchFolderEngine.h"
 #include "Models/ActionKind.h"
 #include "Models/Job.h"
 #include "Models/JobPlan.h"
@@ -96,8 +98,18 @@ public:
     Q_PROPERTY(std::optional<QString> outputDirectoryPath READ outputDirectoryPath WRITE
                    setOutputDirectoryPath NOTIFY outputDirectoryPathChanged)
 
-    /// Reads the settings and looks for the tools.
-    AppModel(Settings settings, PlatformServices services, QObject *parent = nullptr);
+    /// What outlives a run beside the settings. A program without a window has neither.
+    struct Collections {
+        std::shared_ptr<PresetStore> presets;
+        std::shared_ptr<WatchFolderEngine> watchEngine;
+
+        /// Those in the user's folder of data.
+        static Collections ofUser();
+    };
+
+    /// Reads the settings, looks for the tools and begins to watch the folders.
+    AppModel(Settings settings, PlatformServices services, Collections collections = {},
+             QObject *parent = nullptr);
     /// Ends every child and removes what jobs left in the temporary directory.
     ~AppModel() override;
 
@@ -169,6 +181,29 @@ public:
     /// Tries the hardware encoders in the background; until that ends, software does their work.
     void checkHardwareEncoders();
 
+    // Presets, queue files and watched folders.
+
+    /// Null in a program without a window; so is the engine below.
+    const PresetStore *presets() const { return m_collections.presets.get(); }
+    WatchFolderEngine *watchEngine() { return m_collections.watchEngine.get(); }
+    /// Gives the preset of that name new parameters, or adds one.
+    void savePreset(const QString &name, const PresetSpec &spec,
+                    const std::optional<QUrl> &outputDirectory);
+    /// Watched folders keep the id of a deleted preset, and ignore what comes.
+    void deletePreset(const QUuid &id);
+    /// Brings up the action of the preset, whose panel then takes its parameters.
+    void applyPreset(const UserPreset &preset);
+    /// The mode of the same name with the same parameters.
+    static JobMode modeFrom(const PresetSpec &spec);
+    /// Absent for trim, whose segments belong to one file.
+    static std::optional<PresetSpec> specOf(const JobMode &mode);
+
+    /// Writes the waiting jobs to a file, without those that have no spec. Fails without a word.
+    void exportQueue(const QUrl &url) const;
+    /// Takes in the files of a queue file and adds a job for each as its probe ends. A file that
+    /// doesn't read as a whole goes to `lastError`.
+    void importQueue(const QUrl &url);
+
     // What is on the screen.
 
     ActionKind action() const { return m_action; }
@@ -239,8 +274,12 @@ Q_SIGNALS:
     void queueConcurrencyChanged();
     void outputDirectoryPathChanged();
 
+    /// Something in the list of presets.
+    void presetsChanged();
     /// A worker is about to run the plan of a job.
     void jobPlanned(const std::shared_ptr<Job> &job, const JobPlan &plan);
+    /// A job has failed or was cancelled while it ran; its state follows.
+    void jobFailed(const std::shared_ptr<Job> &job, const std::exception_ptr &failure);
     /// A run of the job's plan begins, or of one that its factories made; counted from 1.
     void jobAttempted(const std::shared_ptr<Job> &job, int attempt);
 
@@ -264,6 +303,8 @@ private:
 
     void readSettings();
     void locateFFmpeg();
+    void startWatchFolders();
+    void takeWatched(const WatchFolderConfig &config, const QList<QUrl> &urls);
 
     void probe(const QUrl &url, const OnProbed &onProbed);
     void takeProbed(const std::optional<VideoFile> &file, const OnProbed &onProbed);
@@ -280,11 +321,11 @@ private:
     void restartWorkers();
 
     void run(const std::shared_ptr<Job> &job, const std::function<void()> &done);
-    std::optional<JobPlan> planOrFail(Job &job) const;
+    std::optional<JobPlan> planOrFail(const std::shared_ptr<Job> &job);
     void execute(const std::shared_ptr<Job> &job, const JobPlan &plan,
                  const std::function<void(const Ending &)> &done);
     JobPlan announcingAttempts(const std::shared_ptr<Job> &job, JobPlan plan);
-    void end(Job &job, const JobPlan &plan, const Ending &ending);
+    void end(const std::shared_ptr<Job> &job, const JobPlan &plan, const Ending &ending);
     void finish(Job &job, const JobPlan &plan, const ExecutionOutcome &outcome);
     void notifyFinished(const QString &fileName, const QString &saved);
     std::shared_ptr<PlanExecutor> makeExecutor();
@@ -298,6 +339,7 @@ private:
 
     Settings m_settings;
     const PlatformServices m_services;
+    const Collections m_collections;
 
     QList<VideoFile> m_files;
     std::optional<QUuid> m_selectedFileID;

@@ -170,7 +170,7 @@ void AppModel::run(const std::shared_ptr<Job> &job, const std::function<void()> 
         return;
     }
     job->setState(Job::Analyzing());
-    const std::optional<JobPlan> plan = planOrFail(*job);
+    const std::optional<JobPlan> plan = planOrFail(job);
     if (!plan) {
         done();
         return;
@@ -178,19 +178,21 @@ void AppModel::run(const std::shared_ptr<Job> &job, const std::function<void()> 
     job->setState(Job::Running());
     Q_EMIT jobPlanned(job, *plan);
     execute(job, *plan, [this, job, plan, done](const Ending &ending) {
-        end(*job, *plan, ending);
+        end(job, *plan, ending);
         done();
     });
 }
 
-std::optional<JobPlan> AppModel::planOrFail(Job &job) const
+std::optional<JobPlan> AppModel::planOrFail(const std::shared_ptr<Job> &job)
 {
     try {
-        return buildPlan(job);
+        return buildPlan(*job);
     } catch (const BuilderError &error) {
-        job.setState(Job::Failed{builderMessage(error)});
+        Q_EMIT jobFailed(job, std::current_exception());
+        job->setState(Job::Failed{builderMessage(error)});
     } catch (const std::exception &) {
-        job.setState(Job::Failed{JobFailure::description(std::current_exception())});
+        Q_EMIT jobFailed(job, std::current_exception());
+        job->setState(Job::Failed{JobFailure::description(std::current_exception())});
     }
     return std::nullopt;
 }
@@ -286,13 +288,15 @@ JobPlan AppModel::announcingAttempts(const std::shared_ptr<Job> &job, JobPlan pl
     return plan;
 }
 
-void AppModel::end(Job &job, const JobPlan &plan, const Ending &ending)
+void AppModel::end(const std::shared_ptr<Job> &job, const JobPlan &plan, const Ending &ending)
 {
     if (const auto *outcome = std::get_if<ExecutionOutcome>(&ending)) {
-        finish(job, plan, *outcome);
-    } else {
-        job.setState(JobFailure::state(std::get<std::exception_ptr>(ending), m_language));
+        finish(*job, plan, *outcome);
+        return;
     }
+    const auto &failure = std::get<std::exception_ptr>(ending);
+    Q_EMIT jobFailed(job, failure);
+    job->setState(JobFailure::state(failure, m_language));
 }
 
 void AppModel::finish(Job &job, const JobPlan &plan, const ExecutionOutcome &outcome)

@@ -23,6 +23,7 @@ constexpr double largestTargetMB = 1e9;
 struct OptionNames {
     QString out = u"out"_s;
     QString jobs = u"jobs"_s;
+    QString entry = u"entry"_s;
     QString dryRun = u"dry-run"_s;
     QString json = u"json"_s;
     QString help = u"help"_s;
@@ -39,6 +40,7 @@ void addOptions(QCommandLineParser &parser)
 {
     parser.addOption({names().out, u"Write the results to DIR."_s, u"DIR"_s});
     parser.addOption({names().jobs, u"Run up to N jobs side by side."_s, u"N"_s});
+    parser.addOption({names().entry, u"Run the one entry N of a queue file."_s, u"N"_s});
     parser.addOption({names().dryRun, u"Show the command lines; run nothing."_s});
     parser.addOption({names().json, u"Report as JSON, one object a line."_s});
     parser.addOption({{u"h"_s, names().help}, u"Show this help."_s});
@@ -153,6 +155,20 @@ void requireEstimate(const JobMode &mode)
     }
 }
 
+qint64 entryNumber(const QString &text)
+{
+    const std::optional<qint64> number = Text::toInteger(text);
+    if (!number || *number < 0) {
+        throw UsageError(u"--entry expects a whole number from 0"_s);
+    }
+    return *number;
+}
+
+bool isQueueFile(const QString &argument)
+{
+    return argument.endsWith(".json"_L1, Qt::CaseInsensitive);
+}
+
 // [estimate] ACTION [field=value …] FILE…
 void takePositionals(BatchOptions &options, QStringList positionals,
                      const QStringList &furtherFiles)
@@ -206,13 +222,25 @@ BatchOptions BatchOptions::parse(const QStringList &arguments)
     if (parser.isSet(names().jobs)) {
         options.jobsAtOnce = jobCount(parser.value(names().jobs));
     }
-    takePositionals(options, parser.positionalArguments(), split.behind);
+    const QStringList positionals = parser.positionalArguments() + split.behind;
+    if (positionals.size() == 1 && isQueueFile(positionals.first())) {
+        options.queueFile = FileArgument::url(positionals.first());
+    } else {
+        takePositionals(options, parser.positionalArguments(), split.behind);
+    }
+    if (parser.isSet(names().entry)) {
+        if (!options.queueFile) {
+            throw UsageError(u"--entry goes with a queue file"_s);
+        }
+        options.entry = entryNumber(parser.value(names().entry));
+    }
     return options;
 }
 
 QString BatchOptions::helpText()
 {
     return uR"(Usage: morvix-batch [estimate] ACTION [field=value …] [options] [--] FILE…
+       morvix-batch QUEUE.json [--entry N] [options]
 
 Works through the files without a window. The inputs are never changed. A FILE may be a folder: all
 media files in it are taken. With the word "estimate", tells what would come out and runs nothing.
@@ -250,12 +278,16 @@ Fields of most actions
 Options
   --out DIR    write the results to DIR instead of beside each file
   --jobs N     run up to N jobs side by side, 3 at most, for this call
+  --entry N    run the one entry N of a queue file, counted from 0
   --dry-run    show the command lines and run nothing
   --json       report as JSON, one object a line
   --help       show this help
   --version    show the version
 
 Exit codes
-  0 all done   1 some failed   64 usage   69 no ffmpeg   130 interrupted
+  0 all done   1 some failed   64 usage   69 no ffmpeg   130 interrupted   143 terminated
+  and for the one entry of --entry:
+  64 no such entry   65 the input can't be used or the limit can't be met   66 no input
+  69 no such encoder   70 ffmpeg failed   73 the output can't be written
 )"_s;
 }

@@ -36,6 +36,10 @@ struct BatchOptions {
     Output output = Output::text;
     Running running = Running::real;
     JobMode mode;
+    /// A queue file in the place of an action and files.
+    std::optional<QUrl> queueFile;
+    /// The one entry of it that is meant, counted from 0; absent for all.
+    std::optional<qint64> entry;
     /// Files and folders.
     QList<QUrl> files;
     std::optional<QUrl> outputDirectory;

@@ -6,12 +6,13 @@
 #include "App/Fmt.h"
 #include "Batch/BatchTexts.h"
 #include "Batch/ExitCode.h"
+#include "Batch/FailureCode.h"
 #include "Batch/InputCheck.h"
-#include "Batch/ResultCheck.h"
 #include "Engine/Estimator.h"
 #include "Engine/FolderExpander.h"
 #include "Engine/TemporaryFiles.h"
 
+#include <QFileInfo>
 #include <QThread>
 
 #include <algorithm>
@@ -29,6 +30,19 @@ std::optional<qint64> limitOf(const JobMode &mode)
 {
     const auto *params = std::get_if<TargetSizeParams>(&mode);
     return params ? std::optional(static_cast<qint64>(params->targetMB * 1e6)) : std::nullopt;
+}
+
+int codeOf(ResultCheck::Problem::Fault fault)
+{
+    switch (fault) {
+    case ResultCheck::Problem::Fault::input:
+        return ExitCode::badInput;
+    case ResultCheck::Problem::Fault::disk:
+        return ExitCode::cannotWrite;
+    case ResultCheck::Problem::Fault::ffmpeg:
+        break;
+    }
+    return ExitCode::ffmpegFailed;
 }
 
 // Trimming, merging and splitting have none: the options don't let them through.
@@ -78,15 +92,7 @@ BatchRun::BatchRun(BatchOptions options, AppModel &model, Report &report)
 {
     m_repeatCancel.setInterval(cancelInterval);
     connect(&m_repeatCancel, &QTimer::timeout, this, &BatchRun::cancelAll);
-    connect(&m_model, &AppModel::jobPlanned, this,
-            [this](const std::shared_ptr<Job> &job, const JobPlan &plan) {
-                m_progress[job->id].plan = plan;
-                m_progress[job->id].sinceStart.start();
-            });
-    connect(&m_model, &AppModel::jobAttempted, this,
-            [this](const std::shared_ptr<Job> &job, int attempt) {
-                m_progress[job->id].attempts = attempt;
-            });
+    listenToModel();
 }
 
 BatchRun::~BatchRun()
@@ -95,44 +101,24 @@ BatchRun::~BatchRun()
     }
 }
 
-void BatchRun::start()
+void BatchRun::listenToModel()
 {
-    if (m_options.outputDirectory) {
-        m_model.setOutputDirectoryPath(m_options.outputDirectory->toLocalFile());
-    }
-    const QList<QUrl> usable = usableFiles();
-    if (usable.isEmpty()) {
-        Q_EMIT done(exitCode());
-        return;
-    }
-    takeIn(usable);
-}
-
-QList<QUrl> BatchRun::usableFiles()
-{
-    QList<QUrl> usable;
-    for (const QUrl &url : m_options.files) {
-        if (const std::optional<QString> problem = InputCheck::problem(url, m_model.language())) {
-            tellFailed(url, *problem);
-        } else {
-            usable.append(url);
-        }
-    }
-    return usable;
-}
-
-void BatchRun::takeIn(const QList<QUrl> &urls)
-{
-    m_inputs = FolderExpander::expand(urls);
-    const QSet<QUrl> taken(m_inputs.begin(), m_inputs.end());
-    for (const QUrl &url : urls) {
-        // More than are taken at a time: what is left out is told.
-        const QUrl first = FolderExpander::expand({url}).first();
-        if (!taken.contains(first) && taken.size() >= FolderExpander::mostFiles) {
-            tellFailed(url, BatchTexts::text(Sentence::tooMany, m_model.language(),
-                                             {QString::number(FolderExpander::mostFiles)}));
-        }
-    }
+    connect(&m_model, &AppModel::jobPlanned, this,
+            [this](const std::shared_ptr<Job> &job, const JobPlan &plan) {
+                m_progress[job->id].plan = plan;
+                m_progress[job->id].sinceStart.start();
+            });
+    connect(&m_model, &AppModel::jobAttempted, this,
+            [this](const std::shared_ptr<Job> &job, int attempt) {
+                m_progress[job->id].attempts = attempt;
+                if (attempt > 1) {
+                    m_report.attempted(m_progress[job->id].subject, attempt);
+                }
+            });
+    connect(&m_model, &AppModel::jobFailed, this,
+            [this](const std::shared_ptr<Job> &job, const std::exception_ptr &failure) {
+                m_progress[job->id].failure = failure;
+            });
     // Waiting for all: a pool of workers that has run dry between two files takes no further one.
     connect(&m_model, &AppModel::probingCountChanged, this, [this] {
         if (m_model.probingCount() == 0) {
@@ -140,7 +126,107 @@ void BatchRun::takeIn(const QList<QUrl> &urls)
                 this, &BatchRun::enqueueAll, Qt::QueuedConnection);
         }
     });
-    m_model.addURLs(urls);
+}
+
+void BatchRun::start()
+{
+    if (m_options.outputDirectory) {
+        m_model.setOutputDirectoryPath(m_options.outputDirectory->toLocalFile());
+    }
+    if (m_options.queueFile) {
+        takeQueue();
+    } else {
+        takeFiles();
+    }
+    if (m_items.isEmpty()) {
+        Q_EMIT done(exitCode());
+    }
+}
+
+bool BatchRun::isUsable(const Subject &subject)
+{
+    const auto problem = InputCheck::problem(subject.input, m_model.language());
+    if (problem) {
+        tellFailed(subject, problem->sentence,
+                   problem->isMissing ? ExitCode::noInput : ExitCode::badInput);
+    }
+    return !problem;
+}
+
+void BatchRun::takeFiles()
+{
+    QList<QUrl> usable;
+    for (const QUrl &url : m_options.files) {
+        if (isUsable({url, {}})) {
+            usable.append(url);
+        }
+    }
+    for (const QUrl &url : FolderExpander::expand(usable)) {
+        m_items.append({{url, {}}, m_options.mode, {}});
+    }
+    tellLeftOut(usable);
+    m_model.addURLs(usable, [this](const VideoFile &file) {
+        const auto item = std::ranges::find_if(
+            m_items, [&](const Item &known) { return known.subject.input == file.url; });
+        item->file = file;
+    });
+}
+
+// More than are taken at a time: what is left out is told.
+void BatchRun::tellLeftOut(const QList<QUrl> &urls)
+{
+    if (m_items.size() < FolderExpander::mostFiles) {
+        return;
+    }
+    QSet<QUrl> taken;
+    for (const Item &item : std::as_const(m_items)) {
+        taken.insert(item.subject.input);
+    }
+    const QString sentence = BatchTexts::text(Sentence::tooMany, m_model.language(),
+                                              {QString::number(FolderExpander::mostFiles)});
+    for (const QUrl &url : urls) {
+        if (!taken.contains(FolderExpander::expand({url}).first())) {
+            tellFailed({url, {}}, sentence, ExitCode::badInput);
+        }
+    }
+}
+
+void BatchRun::takeQueue()
+{
+    QList<ExportedJob> entries;
+    try {
+        entries = QueueFile::read(*m_options.queueFile);
+    } catch (const std::exception &) {
+        const bool isMissing = !QFileInfo::exists(m_options.queueFile->toLocalFile());
+        tellFailed({*m_options.queueFile, {}}, m_model.t(u"error.probe"_s),
+                   isMissing ? ExitCode::noInput : ExitCode::badInput);
+        return;
+    }
+    if (m_options.entry && *m_options.entry >= entries.size()) {
+        tellFailed(
+            {*m_options.queueFile, {}},
+            BatchTexts::text(Sentence::noSuchEntry, m_model.language(),
+                             {QString::number(*m_options.entry), QString::number(entries.size())}),
+            ExitCode::usage);
+        return;
+    }
+    for (qint64 number = 0; number < entries.size(); ++number) {
+        if (number == m_options.entry.value_or(number)) {
+            takeEntry(number, entries.at(number));
+        }
+    }
+}
+
+void BatchRun::takeEntry(qint64 number, const ExportedJob &entry)
+{
+    const Subject subject{QUrl::fromLocalFile(entry.path), number};
+    if (!isUsable(subject)) {
+        return;
+    }
+    const qsizetype place = m_items.size();
+    m_items.append({subject, AppModel::modeFrom(entry.spec), {}});
+    m_model.addURLs({subject.input},
+                    [this, place](const VideoFile &file) { m_items[place].file = file; });
 }
 
 void BatchRun::enqueueAll()
@@ -148,18 +234,67 @@ void BatchRun::enqueueAll()
     if (m_signalNumber != 0) {
         return;
     }
-    const QList<VideoFile> files = probedFiles();
+    const QList<Item> items = probedItems();
     if (m_options.running == BatchOptions::Running::estimate) {
-        estimateAll(files);
+        estimateAll(items);
         return;
     }
     const bool isDry = m_options.running == BatchOptions::Running::dry;
     m_model.setQueuePaused(isDry);
-    enqueueFiles(files);
+    enqueueJobs(items);
     if (isDry) {
         planAll();
+    } else {
+        run();
+    }
+}
+
+// In the order of the command line or of the queue file; what couldn't be probed is told.
+QList<BatchRun::Item> BatchRun::probedItems()
+{
+    QList<Item> items;
+    for (const Item &item : std::as_const(m_items)) {
+        if (item.file) {
+            items.append(item);
+        } else {
+            tellFailed(item.subject, m_model.t(u"error.probe"_s), ExitCode::badInput);
+        }
+    }
+    return items;
+}
+
+void BatchRun::enqueueJobs(const QList<Item> &items)
+{
+    if (!m_options.queueFile && std::holds_alternative<MergeParams>(m_options.mode)) {
+        enqueueMerge(items);
         return;
     }
+    for (const Item &item : items) {
+        m_model.enqueueProbed(*item.file, item.mode);
+        m_progress[m_model.jobs().last()->id].subject = item.subject;
+    }
+}
+
+void BatchRun::enqueueMerge(const QList<Item> &items)
+{
+    // A film that lacks one of its clips is not what was asked for; which one has been told.
+    if (m_failureCode != 0) {
+        return;
+    }
+    if (items.size() < 2) {
+        tellFailed(items.first().subject, m_model.t(u"merge.needmore"_s), ExitCode::badInput);
+        return;
+    }
+    QList<VideoFile> files;
+    for (const Item &item : items) {
+        files.append(*item.file);
+    }
+    m_model.enqueueMerge(m_options.mode, files);
+    m_progress[m_model.jobs().last()->id].subject = items.first().subject;
+}
+
+void BatchRun::run()
+{
     // Behind the jobs: workers that this starts before there is one would end at once, for good.
     if (m_options.jobsAtOnce) {
         m_model.setQueueConcurrency(*m_options.jobsAtOnce);
@@ -175,57 +310,20 @@ void BatchRun::enqueueAll()
     endIfAllTold();
 }
 
-// In the order of the command line; what couldn't be probed is told.
-QList<VideoFile> BatchRun::probedFiles()
+void BatchRun::estimateAll(const QList<Item> &items)
 {
-    QHash<QUrl, VideoFile> known;
-    for (const VideoFile &file : m_model.files()) {
-        known.insert(file.url, file);
-    }
-    QList<VideoFile> files;
-    for (const QUrl &url : std::as_const(m_inputs)) {
-        if (known.contains(url)) {
-            files.append(known.value(url));
-        } else {
-            tellFailed(url, m_model.t(u"error.probe"_s));
-        }
-    }
-    return files;
-}
-
-void BatchRun::enqueueFiles(const QList<VideoFile> &files)
-{
-    if (!std::holds_alternative<MergeParams>(m_options.mode)) {
-        for (const VideoFile &file : files) {
-            m_model.enqueueProbed(file, m_options.mode);
-        }
-        return;
-    }
-    // A film that lacks one of its clips is not what was asked for; which one has been told.
-    if (m_someFailed) {
-        return;
-    }
-    if (files.size() < 2) {
-        tellFailed(files.first().url, m_model.t(u"merge.needmore"_s));
-        return;
-    }
-    m_model.enqueueMerge(m_options.mode, files);
-}
-
-void BatchRun::estimateAll(const QList<VideoFile> &files)
-{
-    for (const VideoFile &file : files) {
-        m_report.estimated(estimatedJob(file));
+    for (const Item &item : items) {
+        m_report.estimated(estimatedJob(item));
     }
     Q_EMIT done(exitCode());
 }
 
-EstimatedJob BatchRun::estimatedJob(const VideoFile &file) const
+EstimatedJob BatchRun::estimatedJob(const Item &item) const
 {
     EstimatedJob job;
-    job.input = file.url;
-    job.info = std::visit(Estimates{file}, m_options.mode);
-    if (const auto *params = std::get_if<TargetSizeParams>(&m_options.mode)) {
+    job.subject = item.subject;
+    job.info = std::visit(Estimates{*item.file}, item.mode);
+    if (const auto *params = std::get_if<TargetSizeParams>(&item.mode)) {
         job.guarantee = m_model.tf(
             u"target.estimate"_s, {Fmt::bytes(job.info.estimatedBytes), Fmt::mb(params->targetMB)});
     }
@@ -242,12 +340,14 @@ EstimatedJob BatchRun::estimatedJob(const VideoFile &file) const
 void BatchRun::planAll()
 {
     for (const std::shared_ptr<Job> &job : m_model.jobs()) {
+        const Subject subject = m_progress.value(job->id).subject;
         try {
             const JobPlan plan = m_model.buildPlan(*job);
             m_report.planned(
-                {job->input.url, plan, m_model.runnablePlan(plan), m_model.toolset()->ffmpegURL});
+                {subject, plan, m_model.runnablePlan(plan), m_model.toolset()->ffmpegURL});
         } catch (const BuilderError &error) {
-            tellFailed(job->input.url, m_model.builderMessage(error));
+            tellFailed(subject, m_model.builderMessage(error),
+                       FailureCode::of(std::current_exception(), job->input, {}));
         }
     }
     Q_EMIT done(exitCode());
@@ -283,28 +383,28 @@ void BatchRun::tell(const std::shared_ptr<Job> &job)
     case Job::Outcome::queued:
         break;
     case Job::Outcome::analyzing:
-        m_report.started(job->input.url);
+        m_report.started(m_progress.value(job->id).subject);
         break;
     case Job::Outcome::running:
-        tellProgress(job->input.url, std::get<Job::Running>(job->state()).progress);
+        tellProgress(*job, std::get<Job::Running>(job->state()).progress);
         break;
     case Job::Outcome::finished:
         examine(job);
         break;
     case Job::Outcome::failed:
-        end(job, std::get<Job::Failed>(job->state()).message);
+        endBadly(job, std::get<Job::Failed>(job->state()).message);
         break;
     case Job::Outcome::cancelled:
-        end(job, QString());
+        endBadly(job, BatchTexts::text(Sentence::interrupted, m_model.language()));
         break;
     }
 }
 
 // A job that has just been started has nothing to tell yet.
-void BatchRun::tellProgress(const QUrl &input, double fraction)
+void BatchRun::tellProgress(const Job &job, double fraction)
 {
     if (fraction > 0) {
-        m_report.progressed(input, fraction);
+        m_report.progressed(m_progress.value(job.id).subject, fraction);
     }
 }
 
@@ -314,25 +414,42 @@ void BatchRun::examine(const std::shared_ptr<Job> &job)
     Progress &progress = m_progress[job->id];
     progress.seconds = static_cast<double>(progress.sinceStart.elapsed()) / 1000;
     const auto look =
-        [subject = ResultCheck::Subject{job->input, actionOf(job->mode), progress.plan.value()},
-         ffprobe = m_model.toolset()->ffprobeURL, language = m_model.language()] {
-            return ResultCheck::problem(subject, ffprobe, language);
-        };
-    m_examinations.run(look,
-                       [this, job](const std::optional<QString> &problem) { end(job, problem); });
+        [ended = ResultCheck::EndedJob{job->input, actionOf(job->mode), progress.plan.value()},
+         ffprobe = m_model.toolset()->ffprobeURL,
+         language = m_model.language()] { return ResultCheck::problem(ended, ffprobe, language); };
+    m_examinations.run(look, [this, job](const std::optional<ResultCheck::Problem> &problem) {
+        endWell(job, problem);
+    });
 }
 
-void BatchRun::end(const std::shared_ptr<Job> &job, const std::optional<QString> &problem)
+void BatchRun::endWell(const std::shared_ptr<Job> &job,
+                       const std::optional<ResultCheck::Problem> &problem)
 {
-    TemporaryFiles::removeLeftovers({job->input.id});
-    if (!problem) {
-        m_report.finished(finishedJob(*job));
-    } else if (m_signalNumber != 0) {
-        tellFailed(job->input.url, BatchTexts::text(Sentence::interrupted, m_model.language()));
+    if (problem) {
+        tellFailed(m_progress.value(job->id).subject, problem->sentence, codeOf(problem->fault));
     } else {
-        tellFailed(job->input.url, *problem);
+        m_report.finished(finishedJob(*job));
     }
-    m_progress.remove(job->id);
+    forget(*job);
+}
+
+void BatchRun::endBadly(const std::shared_ptr<Job> &job, const QString &message)
+{
+    const Progress progress = m_progress.value(job->id);
+    if (m_signalNumber != 0) {
+        tellFailed(progress.subject, BatchTexts::text(Sentence::interrupted, m_model.language()),
+                   ExitCode::someFailed);
+    } else {
+        tellFailed(progress.subject, message,
+                   FailureCode::of(progress.failure, job->input, progress.plan));
+    }
+    forget(*job);
+}
+
+void BatchRun::forget(const Job &job)
+{
+    TemporaryFiles::removeLeftovers({job.input.id});
+    m_progress.remove(job.id);
     --m_untold;
     endIfAllTold();
 }
@@ -341,7 +458,7 @@ FinishedJob BatchRun::finishedJob(const Job &job) const
 {
     const auto &state = std::get<Job::Finished>(job.state());
     const Progress &progress = *m_progress.constFind(job.id);
-    return {.input = job.input.url,
+    return {.subject = progress.subject,
             .outputs = state.outputURLs,
             .originalBytes = state.originalBytes,
             .outputBytes = state.outputBytes,
@@ -351,10 +468,12 @@ FinishedJob BatchRun::finishedJob(const Job &job) const
             .note = state.note};
 }
 
-void BatchRun::tellFailed(const QUrl &input, const QString &message)
+void BatchRun::tellFailed(const Subject &subject, const QString &message, int code)
 {
-    m_someFailed = true;
-    m_report.failed(input.adjusted(QUrl::StripTrailingSlash), message);
+    if (m_failureCode == 0) {
+        m_failureCode = code;
+    }
+    m_report.failed({subject.input.adjusted(QUrl::StripTrailingSlash), subject.entry}, message);
 }
 
 void BatchRun::endIfAllTold()
@@ -369,5 +488,8 @@ int BatchRun::exitCode() const
     if (m_signalNumber != 0) {
         return ExitCode::signalBase + m_signalNumber;
     }
-    return m_someFailed ? ExitCode::someFailed : ExitCode::allDone;
+    if (m_failureCode == 0) {
+        return ExitCode::allDone;
+    }
+    return m_options.entry ? m_failureCode : ExitCode::someFailed;
 }

@@ -6,6 +6,8 @@
 #include "App/AppModel.h"
 #include "Batch/BatchOptions.h"
 #include "Batch/Report.h"
+#include "Batch/ResultCheck.h"
+#include "Engine/QueueFile.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -34,31 +36,51 @@ Q_SIGNALS:
     void done(int exitCode);
 
 private:
+    /// One file to work on, as the command line or a queue file names it.
+    struct Item {
+        Subject subject;
+        JobMode mode;
+        /// Absent until its probe has ended well.
+        std::optional<VideoFile> file;
+    };
+
     /// What a report needs beside the job itself.
     struct Progress {
+        Subject subject;
         std::optional<JobPlan> plan;
         int attempts = 0;
+        /// Of a failed job, for its exit code.
+        std::exception_ptr failure;
         QElapsedTimer sinceStart;
         /// Of the run alone: neither probing nor the look at the result.
         double seconds = 0;
     };
 
-    QList<QUrl> usableFiles();
-    void takeIn(const QList<QUrl> &urls);
+    void listenToModel();
+    void takeFiles();
+    void tellLeftOut(const QList<QUrl> &urls);
+    void takeQueue();
+    void takeEntry(qint64 number, const ExportedJob &entry);
+    bool isUsable(const Subject &subject);
     void enqueueAll();
-    QList<VideoFile> probedFiles();
-    void enqueueFiles(const QList<VideoFile> &files);
+    QList<Item> probedItems();
+    void enqueueJobs(const QList<Item> &items);
+    void enqueueMerge(const QList<Item> &items);
+    void run();
     void planAll();
-    void estimateAll(const QList<VideoFile> &files);
-    EstimatedJob estimatedJob(const VideoFile &file) const;
+    void estimateAll(const QList<Item> &items);
+    EstimatedJob estimatedJob(const Item &item) const;
     void cancelAll();
     void follow(const std::shared_ptr<Job> &job);
     void tell(const std::shared_ptr<Job> &job);
-    void tellProgress(const QUrl &input, double fraction);
+    void tellProgress(const Job &job, double fraction);
     void examine(const std::shared_ptr<Job> &job);
-    void end(const std::shared_ptr<Job> &job, const std::optional<QString> &problem);
+    void endWell(const std::shared_ptr<Job> &job,
+                 const std::optional<ResultCheck::Problem> &problem);
+    void endBadly(const std::shared_ptr<Job> &job, const QString &message);
+    void forget(const Job &job);
     FinishedJob finishedJob(const Job &job) const;
-    void tellFailed(const QUrl &input, const QString &message);
+    void tellFailed(const Subject &subject, const QString &message, int code);
     void endIfAllTold();
     int exitCode() const;
 
@@ -67,10 +89,11 @@ private:
     Report &m_report;
     // Asks the running jobs again to end: a child that is just being launched hears nothing yet.
     QTimer m_repeatCancel;
-    QList<QUrl> m_inputs;
+    QList<Item> m_items;
     QHash<QUuid, Progress> m_progress;
     qsizetype m_untold = 0;
-    bool m_someFailed = false;
+    // Of the first failure; 0 as long as there is none.
+    int m_failureCode = 0;
     int m_signalNumber = 0;
     BackgroundPool m_examinations;
 };

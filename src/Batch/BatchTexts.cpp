@@ -38,6 +38,8 @@ constexpr std::array rows{
         u"FFmpeg 没有报错，但结果不完整。"},
     Row{diskFull, u"There is no space left on the disk.", u"磁盘空间不足。"},
     Row{interrupted, u"Interrupted.", u"已中断。"},
+    Row{noSuchEntry, u"There is no entry %1$@; the file holds %2$@.",
+        u"没有第 %1$@ 项；文件中共有 %2$@ 项。"},
 };
 
 } // namespace

@@ -29,6 +29,8 @@ enum class Sentence {
     incompleteResult,
     diskFull,
     interrupted,
+    /// Takes the number asked for and the number of entries.
+    noSuchEntry,
 };
 
 QString text(Sentence sentence, AppLanguage language, const QStringList &arguments = {});

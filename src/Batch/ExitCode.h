@@ -10,7 +10,11 @@ namespace ExitCode {
 constexpr int allDone = 0;
 constexpr int someFailed = 1;
 constexpr int usage = 64;
+constexpr int badInput = 65;
+constexpr int noInput = 66;
 constexpr int noFFmpeg = 69;
+constexpr int ffmpegFailed = 70;
+constexpr int cannotWrite = 73;
 constexpr int signalBase = 128;
 
 } // namespace ExitCode

@@ -12,10 +12,10 @@
 using namespace Qt::StringLiterals;
 using BatchTexts::Sentence;
 
-std::optional<QString> InputCheck::problem(const QUrl &url, AppLanguage language)
+std::optional<InputCheck::Problem> InputCheck::problem(const QUrl &url, AppLanguage language)
 {
     const auto sentence = [language](Sentence which, const QStringList &arguments = {}) {
-        return BatchTexts::text(which, language, arguments);
+        return Problem{BatchTexts::text(which, language, arguments), which == Sentence::noSuchFile};
     };
     const QFileInfo info(url.toLocalFile());
     if (!info.exists()) {

@@ -15,7 +15,13 @@
 /// any.
 namespace InputCheck {
 
-/// The sentence for the user; absent when the file or folder is worth taking in.
-std::optional<QString> problem(const QUrl &url, AppLanguage language);
+struct Problem {
+    /// For the user.
+    QString sentence;
+    bool isMissing = false;
+};
+
+/// Absent when the file or folder is worth taking in.
+std::optional<Problem> problem(const QUrl &url, AppLanguage language);
 
 } // namespace InputCheck

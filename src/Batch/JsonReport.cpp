@@ -12,9 +12,19 @@ namespace {
 
 constexpr qint64 progressIntervalMs = 500;
 
-QJsonObject lineOf(const QString &type, const QUrl &input)
+QJsonObject lineOf(const QString &type, const Subject &subject)
 {
-    return {{u"type"_s, type}, {u"input"_s, input.toLocalFile()}};
+    QJsonObject line{{u"type"_s, type}, {u"input"_s, subject.input.toLocalFile()}};
+    if (subject.entry) {
+        line.insert(u"entry"_s, *subject.entry);
+    }
+    return line;
+}
+
+// One input may stand in a queue several times.
+QString nameOf(const Subject &subject)
+{
+    return QString::number(subject.entry.value_or(-1)) + subject.input.toString();
 }
 
 QJsonArray paths(const QList<QUrl> &urls)
@@ -41,27 +51,34 @@ QJsonArray steps(const JobPlan &plan)
 
 JsonReport::JsonReport(QFile &out) : m_out(out) {}
 
-void JsonReport::started(const QUrl &input)
+void JsonReport::started(const Subject &subject)
 {
-    m_sinceProgress.remove(input);
-    write(lineOf(u"start"_s, input));
+    m_sinceProgress.remove(nameOf(subject));
+    write(lineOf(u"start"_s, subject));
 }
 
-void JsonReport::progressed(const QUrl &input, double fraction)
+void JsonReport::progressed(const Subject &subject, double fraction)
 {
-    QElapsedTimer &sinceProgress = m_sinceProgress[input];
+    QElapsedTimer &sinceProgress = m_sinceProgress[nameOf(subject)];
     if (sinceProgress.isValid() && !sinceProgress.hasExpired(progressIntervalMs)) {
         return;
     }
     sinceProgress.start();
-    QJsonObject line = lineOf(u"progress"_s, input);
+    QJsonObject line = lineOf(u"progress"_s, subject);
     line.insert(u"fraction"_s, fraction);
+    write(line);
+}
+
+void JsonReport::attempted(const Subject &subject, int attempt)
+{
+    QJsonObject line = lineOf(u"attempt"_s, subject);
+    line.insert(u"number"_s, attempt);
     write(line);
 }
 
 void JsonReport::finished(const FinishedJob &job)
 {
-    QJsonObject line = lineOf(u"finished"_s, job.input);
+    QJsonObject line = lineOf(u"finished"_s, job.subject);
     line.insert(u"outputs"_s, paths(job.outputs));
     line.insert(u"originalBytes"_s, job.originalBytes);
     line.insert(u"outputBytes"_s, job.outputBytes);
@@ -74,16 +91,16 @@ void JsonReport::finished(const FinishedJob &job)
     write(line);
 }
 
-void JsonReport::failed(const QUrl &input, const QString &message)
+void JsonReport::failed(const Subject &subject, const QString &message)
 {
-    QJsonObject line = lineOf(u"failed"_s, input);
+    QJsonObject line = lineOf(u"failed"_s, subject);
     line.insert(u"message"_s, message);
     write(line);
 }
 
 void JsonReport::planned(const PlannedJob &job)
 {
-    QJsonObject line = lineOf(u"plan"_s, job.input);
+    QJsonObject line = lineOf(u"plan"_s, job.subject);
     line.insert(u"steps"_s, steps(job.plan));
     line.insert(u"runs"_s, steps(job.runnable));
     line.insert(u"outputs"_s, paths(job.plan.finalOutputURLs));
@@ -99,7 +116,7 @@ void JsonReport::planned(const PlannedJob &job)
 
 void JsonReport::estimated(const EstimatedJob &job)
 {
-    QJsonObject line = lineOf(u"estimate"_s, job.input);
+    QJsonObject line = lineOf(u"estimate"_s, job.subject);
     line.insert(u"originalBytes"_s, job.info.originalBytes);
     line.insert(u"estimatedBytes"_s, job.info.estimatedBytes);
     if (job.info.badgeKey) {

@@ -17,11 +17,12 @@ public:
     /// Writes to `out`, which must outlive it and be open.
     explicit JsonReport(QFile &out);
 
-    void started(const QUrl &input) override;
+    void started(const Subject &subject) override;
     /// Writes at most twice a second for each input.
-    void progressed(const QUrl &input, double fraction) override;
+    void progressed(const Subject &subject, double fraction) override;
+    void attempted(const Subject &subject, int attempt) override;
     void finished(const FinishedJob &job) override;
-    void failed(const QUrl &input, const QString &message) override;
+    void failed(const Subject &subject, const QString &message) override;
     void planned(const PlannedJob &job) override;
     void estimated(const EstimatedJob &job) override;
 
@@ -29,5 +30,5 @@ private:
     void write(const QJsonObject &object);
 
     QFile &m_out;
-    QHash<QUrl, QElapsedTimer> m_sinceProgress;
+    QHash<QString, QElapsedTimer> m_sinceProgress;
 };

@@ -13,9 +13,18 @@
 
 #include <optional>
 
+/// What a line of a report is about.
+struct Subject {
+    QUrl input;
+    /// Its place in a queue file, counted from 0; absent for a file of the command line.
+    std::optional<qint64> entry;
+
+    bool operator==(const Subject &) const = default;
+};
+
 /// A job that ended well.
 struct FinishedJob {
-    QUrl input;
+    Subject subject;
     QList<QUrl> outputs;
     qint64 originalBytes = 0;
     qint64 outputBytes = 0;
@@ -30,7 +39,7 @@ struct FinishedJob {
 
 /// What a dry run shows.
 struct PlannedJob {
-    QUrl input;
+    Subject subject;
     /// As planned.
     JobPlan plan;
     /// As it would run on this machine.
@@ -40,7 +49,7 @@ struct PlannedJob {
 
 /// What a job would come to, in the words of the window.
 struct EstimatedJob {
-    QUrl input;
+    Subject subject;
     EstimateInfo info;
     /// What the window promises under the estimate; absent where no size is promised.
     std::optional<QString> guarantee;
@@ -54,10 +63,12 @@ class Report
 public:
     virtual ~Report() = default;
 
-    virtual void started(const QUrl &input) = 0;
-    virtual void progressed(const QUrl &input, double fraction) = 0;
+    virtual void started(const Subject &subject) = 0;
+    virtual void progressed(const Subject &subject, double fraction) = 0;
+    /// A further run of the encoder begins; counted from 2.
+    virtual void attempted(const Subject &subject, int attempt) = 0;
     virtual void finished(const FinishedJob &job) = 0;
-    virtual void failed(const QUrl &input, const QString &message) = 0;
+    virtual void failed(const Subject &subject, const QString &message) = 0;
     virtual void planned(const PlannedJob &job) = 0;
     virtual void estimated(const EstimatedJob &job) = 0;
 };

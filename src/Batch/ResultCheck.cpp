@@ -16,6 +16,7 @@
 
 using namespace Qt::StringLiterals;
 using BatchTexts::Sentence;
+using ResultCheck::Problem;
 
 namespace {
 
@@ -84,7 +85,7 @@ bool keepsItsLength(ActionKind action)
 
 /// One look at one job, with what all its questions share.
 struct Look {
-    const ResultCheck::Subject &subject;
+    const ResultCheck::EndedJob &ended;
     const QUrl &ffprobe;
     AppLanguage language;
 
@@ -93,35 +94,37 @@ struct Look {
         return BatchTexts::text(sentence, language, arguments);
     }
 
-    QString withCause(Sentence sentence, const QUrl &output) const
+    Problem withCause(Sentence sentence, const QUrl &output) const
     {
-        return isDiskFull(output) ? words(sentence) + u' ' + words(Sentence::diskFull)
-                                  : words(sentence);
+        if (isDiskFull(output)) {
+            return {words(sentence) + u' ' + words(Sentence::diskFull), Problem::Fault::disk};
+        }
+        return {words(sentence), Problem::Fault::ffmpeg};
     }
 
     // Being short alone is no fault: replacement audio ends a film early, and a subtitle may
     // outlast the picture. A joined film, though, has lost a clip that couldn't be opened.
-    std::optional<QString> shortage(const Result &result) const
+    std::optional<Problem> shortage(const Result &result) const
     {
-        const double expected = expectedSeconds(subject.plan);
-        if (!keepsItsLength(subject.action) || result.seconds >= expected - toleratedSeconds) {
+        const double expected = expectedSeconds(ended.plan);
+        if (!keepsItsLength(ended.action) || result.seconds >= expected - toleratedSeconds) {
             return std::nullopt;
         }
         const QStringList seconds{Text::fixed(result.seconds, 1), Text::fixed(expected, 1)};
-        if (subject.action == ActionKind::merge && result.isReadable) {
-            return words(Sentence::clipsLost, seconds);
+        if (ended.action == ActionKind::merge && result.isReadable) {
+            return Problem{words(Sentence::clipsLost, seconds), Problem::Fault::input};
         }
-        if (endsTooEarly(subject.input.url, ffprobe)) {
-            return words(Sentence::cutOff, seconds);
+        if (endsTooEarly(ended.input.url, ffprobe)) {
+            return Problem{words(Sentence::cutOff, seconds), Problem::Fault::input};
         }
         return std::nullopt;
     }
 
-    std::optional<QString> problemOf(const QUrl &output) const
+    std::optional<Problem> problemOf(const QUrl &output) const
     {
         const Result result = resultAt(output, ffprobe);
-        if (const std::optional<QString> sentence = shortage(result)) {
-            return sentence;
+        if (const std::optional<Problem> found = shortage(result)) {
+            return found;
         }
         if (!result.isFilm || (!result.isReadable && isDiskFull(output))) {
             return withCause(Sentence::noFilmInResult, output);
@@ -135,13 +138,13 @@ struct Look {
 
 } // namespace
 
-std::optional<QString> ResultCheck::problem(const Subject &subject, const QUrl &ffprobe,
+std::optional<Problem> ResultCheck::problem(const EndedJob &ended, const QUrl &ffprobe,
                                             AppLanguage language)
 {
-    const Look look{subject, ffprobe, language};
-    for (const QUrl &output : subject.plan.finalOutputURLs) {
-        if (const std::optional<QString> sentence = look.problemOf(output)) {
-            return sentence;
+    const Look look{ended, ffprobe, language};
+    for (const QUrl &output : ended.plan.finalOutputURLs) {
+        if (const std::optional<Problem> found = look.problemOf(output)) {
+            return found;
         }
     }
     return std::nullopt;

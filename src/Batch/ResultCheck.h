@@ -18,14 +18,22 @@
 namespace ResultCheck {
 
 /// A job that has ended well, by ffmpeg's account.
-struct Subject {
+struct EndedJob {
     VideoFile input;
     ActionKind action = ActionKind::targetSize;
     JobPlan plan;
 };
 
-/// The sentence for the user; absent when nothing speaks against the result. Blocks for ffprobe,
+/// What speaks against a result.
+struct Problem {
+    /// For the user.
+    QString sentence;
+    /// Where the fault lies.
+    enum class Fault { input, ffmpeg, disk } fault = Fault::ffmpeg;
+};
+
+/// Absent when nothing speaks against the result. Blocks for ffprobe,
 /// which reads the whole result and, when that is too short, the whole input.
-std::optional<QString> problem(const Subject &subject, const QUrl &ffprobe, AppLanguage language);
+std::optional<Problem> problem(const EndedJob &ended, const QUrl &ffprobe, AppLanguage language);
 
 } // namespace ResultCheck

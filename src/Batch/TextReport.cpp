@@ -7,8 +7,8 @@
 #include "Batch/ShellQuoting.h"
 #include "Engine/Text.h"
 
+#include <algorithm>
 #include <cmath>
-#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -60,15 +60,27 @@ TextReport::TextReport(QFile &out, QFile &errors, Bar bar)
 {
 }
 
-void TextReport::started(const QUrl &input)
+void TextReport::started(const Subject &subject)
 {
-    progressed(input, 0);
+    m_running.append({subject, 0});
+    showBar();
 }
 
-void TextReport::progressed(const QUrl &input, double fraction)
+void TextReport::progressed(const Subject &subject, double fraction)
 {
-    m_running.insert(input, fraction);
+    const auto running = std::ranges::find(m_running, subject, &Running::subject);
+    if (running != m_running.end()) {
+        running->fraction = fraction;
+    }
     showBar();
+}
+
+// The bar begins again; the last line tells how often.
+void TextReport::attempted(const Subject &, int) {}
+
+void TextReport::forget(const Subject &subject)
+{
+    m_running.removeIf([&](const Running &running) { return running.subject == subject; });
 }
 
 void TextReport::showBar()
@@ -76,10 +88,13 @@ void TextReport::showBar()
     if (m_bar == Bar::hidden || m_running.isEmpty()) {
         return;
     }
-    const auto count = static_cast<double>(m_running.size());
-    const double fraction = std::accumulate(m_running.begin(), m_running.end(), 0.0) / count;
-    const QString names =
-        m_running.size() == 1 ? nameOf(m_running.firstKey()) : u"%1 files"_s.arg(m_running.size());
+    double sum = 0;
+    for (const Running &running : std::as_const(m_running)) {
+        sum += running.fraction;
+    }
+    const double fraction = sum / static_cast<double>(m_running.size());
+    const QString names = m_running.size() == 1 ? nameOf(m_running.first().subject.input)
+                                                : u"%1 files"_s.arg(m_running.size());
     const int filled = static_cast<int>(std::lround(fraction * barWidth));
     const QString bar = QString(filled, u'█') + QString(barWidth - filled, u'░');
     m_out.write(
@@ -97,25 +112,25 @@ void TextReport::finished(const FinishedJob &job)
     facts += attempts(job.attempts);
     facts += Text::fixed(job.seconds, 1) + u" s"_s;
     QString line =
-        nameOf(job.input) + u": "_s + facts.join(u", "_s) + u" → "_s + places(job.outputs);
+        nameOf(job.subject.input) + u": "_s + facts.join(u", "_s) + u" → "_s + places(job.outputs);
     if (job.note) {
         line += u" ("_s + *job.note + u')';
     }
-    m_running.remove(job.input);
+    forget(job.subject);
     writeLine(m_out, line);
 }
 
-void TextReport::failed(const QUrl &input, const QString &message)
+void TextReport::failed(const Subject &subject, const QString &message)
 {
     // ffmpeg's words may fill several lines and repeat the name.
-    m_running.remove(input);
+    forget(subject);
     const QString sentence = message.trimmed().replace(u'\n', u' ');
-    writeLine(m_errors, printable(input.toLocalFile() + u": "_s + sentence));
+    writeLine(m_errors, printable(subject.input.toLocalFile() + u": "_s + sentence));
 }
 
 void TextReport::planned(const PlannedJob &job)
 {
-    writeLine(m_out, u"# "_s + printable(job.input.toLocalFile()));
+    writeLine(m_out, u"# "_s + printable(job.subject.input.toLocalFile()));
     const QString program = job.ffmpeg.toLocalFile();
     for (qsizetype i = 0; i < job.plan.steps.size(); ++i) {
         const FFmpegStep &step = job.plan.steps.at(i);
@@ -132,8 +147,9 @@ void TextReport::planned(const PlannedJob &job)
 
 void TextReport::estimated(const EstimatedJob &job)
 {
-    QString line = u"%1: %2 → ≈ %3"_s.arg(nameOf(job.input), Fmt::bytes(job.info.originalBytes),
-                                          Fmt::bytes(job.info.estimatedBytes));
+    QString line =
+        u"%1: %2 → ≈ %3"_s.arg(nameOf(job.subject.input), Fmt::bytes(job.info.originalBytes),
+                               Fmt::bytes(job.info.estimatedBytes));
     if (const std::optional<QString> saving =
             Fmt::saving(job.info.originalBytes, job.info.estimatedBytes)) {
         line += u' ' + *saving;

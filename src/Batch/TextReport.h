@@ -6,7 +6,7 @@
 #include "Batch/Report.h"
 
 #include <QFile>
-#include <QMap>
+#include <QList>
 
 /// A line a job for people, with one bar that moves while jobs run where a terminal shows it.
 class TextReport : public Report
@@ -17,14 +17,16 @@ public:
     /// Writes to `out`, failures to `errors`; both must outlive it and be open.
     TextReport(QFile &out, QFile &errors, Bar bar);
 
-    void started(const QUrl &input) override;
-    void progressed(const QUrl &input, double fraction) override;
+    void started(const Subject &subject) override;
+    void progressed(const Subject &subject, double fraction) override;
+    void attempted(const Subject &subject, int attempt) override;
     void finished(const FinishedJob &job) override;
-    void failed(const QUrl &input, const QString &message) override;
+    void failed(const Subject &subject, const QString &message) override;
     void planned(const PlannedJob &job) override;
     void estimated(const EstimatedJob &job) override;
 
 private:
+    void forget(const Subject &subject);
     void showBar();
     void clearBar();
     void writeLine(QFile &file, const QString &line);
@@ -32,6 +34,10 @@ private:
     QFile &m_out;
     QFile &m_errors;
     Bar m_bar;
-    // Of the jobs that run, by input.
-    QMap<QUrl, double> m_running;
+    /// A job that runs, as the bar knows it.
+    struct Running {
+        Subject subject;
+        double fraction = 0;
+    };
+    QList<Running> m_running;
 };

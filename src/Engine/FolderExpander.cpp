@@ -4,6 +4,7 @@
 #include "Engine/FolderExpander.h"
 
 #include "Engine/Text.h"
+#include "Engine/WatchFolderEngine.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -64,10 +65,9 @@ private:
 
 const QSet<QString> &FolderExpander::mediaExtensions()
 {
-    static const QSet<QString> extensions{
-        u"mp4"_s,  u"mov"_s, u"mkv"_s, u"webm"_s, u"avi"_s, u"m4v"_s, u"ts"_s,   u"mts"_s,
-        u"m2ts"_s, u"flv"_s, u"mp3"_s, u"m4a"_s,  u"wav"_s, u"aac"_s, u"flac"_s, u"aiff"_s,
-    };
+    static const QSet<QString> extensions =
+        WatchFolderEngine::mediaExtensions() +
+        QSet<QString>{u"mp3"_s, u"m4a"_s, u"wav"_s, u"aac"_s, u"flac"_s, u"aiff"_s};
     return extensions;
 }
 

@@ -14,7 +14,7 @@ namespace FolderExpander {
 /// What one list holds at most.
 constexpr qsizetype mostFiles = 500;
 
-/// The lower-case file extensions that count as media.
+/// The lower-case file extensions that count as media: those of videos and six of sound.
 const QSet<QString> &mediaExtensions();
 
 /// The media files among the URLs and in the folders under them, in walking order with each folder

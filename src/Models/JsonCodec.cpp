@@ -54,7 +54,12 @@ QString Codec<QString>::decode(const QJsonValue &json)
     if (!json.isString()) {
         throw DecodeError(u"a text is expected"_s);
     }
-    return json.toString();
+    QString text = json.toString();
+    // JSON can spell half a surrogate pair, which no UTF-8 text holds.
+    if (!text.isValidUtf16()) {
+        throw DecodeError(u"a text of whole characters is expected"_s);
+    }
+    return text;
 }
 
 QJsonValue Codec<QUrl>::encode(const QUrl &value)

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "Models/ActionKind.h"
 #include "Models/JobParams.h"
 
 #include <QDateTime>
@@ -28,3 +29,6 @@ struct UserPreset {
 
     bool operator==(const UserPreset &) const = default;
 };
+
+/// The action of the same name.
+ActionKind actionOf(const PresetSpec &spec);

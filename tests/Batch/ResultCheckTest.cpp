@@ -56,7 +56,9 @@ protected:
     {
         VideoFile file;
         file.url = QUrl::fromLocalFile(input);
-        return ResultCheck::problem({file, action, plan}, Clips::tools().ffprobeURL, language);
+        const auto found =
+            ResultCheck::problem({file, action, plan}, Clips::tools().ffprobeURL, language);
+        return found ? std::optional(found->sentence) : std::nullopt;
     }
 
     static std::optional<QString> problem(const QString &input, const QString &output,
