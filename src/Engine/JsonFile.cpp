@@ -13,7 +13,6 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
-#include <algorithm>
 #include <cstdio>
 #include <unistd.h>
 

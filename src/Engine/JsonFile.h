@@ -15,7 +15,7 @@ namespace JsonFile {
 /// No file above this is read or written. It has room for some ten thousand entries; the worst that
 /// so much JSON can do is one second and half a gigabyte in the parser, measured with lists of
 /// lists.
-constexpr qint64 mostBytes = 8 * 1024 * 1024;
+constexpr qint64 mostBytes = 8'388'608;
 
 /// `Morvix` in the user's folder of data: where the lists of presets and watched folders are kept.
 QString listsDirectory();

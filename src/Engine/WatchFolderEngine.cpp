@@ -107,9 +107,7 @@ WatchFolderEngine::~WatchFolderEngine()
 void WatchFolderEngine::start(const Handler &handler)
 {
     m_handler = handler;
-    QMetaObject::invokeMethod(
-        m_watch, [watch = m_watch, configs = m_configs] { watch->start(configs); },
-        Qt::QueuedConnection);
+    post([configs = m_configs](FolderWatch &watch) { watch.start(configs); });
 }
 
 void WatchFolderEngine::add(const QUrl &folder, std::optional<QUuid> presetID)
@@ -123,8 +121,7 @@ void WatchFolderEngine::remove(QUuid id)
 {
     m_configs.removeIf([&](const WatchFolderConfig &config) { return config.id == id; });
     save();
-    QMetaObject::invokeMethod(
-        m_watch, [watch = m_watch, id] { watch->stopSource(id); }, Qt::QueuedConnection);
+    post([id](FolderWatch &watch) { watch.stopSource(id); });
 }
 
 void WatchFolderEngine::setEnabled(bool enabled, QUuid id)
@@ -155,6 +152,13 @@ void WatchFolderEngine::restart()
     if (m_handler) {
         start(m_handler);
     }
+}
+
+// Calls keep their order.
+void WatchFolderEngine::post(const std::function<void(FolderWatch &)> &call)
+{
+    QMetaObject::invokeMethod( // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
+        m_watch, [watch = m_watch, call] { call(*watch); }, Qt::QueuedConnection);
 }
 
 void WatchFolderEngine::handOver(const WatchFolderConfig &config, const QList<QUrl> &files) const

@@ -85,6 +85,7 @@ Q_SIGNALS:
 private:
     WatchFolderConfig *configWithID(QUuid id);
     void restart();
+    void post(const std::function<void(FolderWatch &)> &call);
     void handOver(const WatchFolderConfig &config, const QList<QUrl> &files) const;
     void save() const;
 

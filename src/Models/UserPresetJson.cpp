@@ -114,7 +114,7 @@ QDateTime Codec<QDateTime>::decode(const QJsonValue &json)
         u"\\A\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d(Z|[+-]\\d\\d:?\\d\\d)\\z"_s);
     const QString text = Json::decode<QString>(json);
     if (form.match(text).hasMatch()) {
-        const QDateTime moment = QDateTime::fromString(text, Qt::ISODate).toUTC();
+        QDateTime moment = QDateTime::fromString(text, Qt::ISODate).toUTC();
         if (isWritable(moment)) {
             return moment;
         }

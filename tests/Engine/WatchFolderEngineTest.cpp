@@ -4,6 +4,7 @@
 #include "Engine/WatchFolderEngine.h"
 
 #include "Engine/FolderExpander.h"
+#include "Engine/FolderWatch.h"
 #include "support/TempFolder.h"
 
 #include <QCoreApplication>
@@ -156,6 +157,44 @@ protected:
     std::unique_ptr<WatchFolderEngine> m_engine;
     QList<Found> m_found;
     int m_made = 0;
+};
+
+// The watching alone, on the thread of the test.
+class FolderWatches : public WatchFolders
+{
+protected:
+    FolderWatches()
+    {
+        QObject::connect(&m_watch, &FolderWatch::found, &m_watch, recorder());
+        m_watch.start({m_inbox, m_other});
+    }
+
+    // Moves a film in and comes back when the signal has been handled: the scan waits.
+    void moveInAndLetTheScanWait()
+    {
+        QEventLoop loop;
+        QTimer::singleShot(deadline, &loop, &QEventLoop::quit);
+        // Its signal comes behind that of the watch, which was there before.
+        QFileSystemWatcher witness({m_inbox.path});
+        QObject::connect(&witness, &QFileSystemWatcher::directoryChanged, &loop, &QEventLoop::quit);
+        moveIn(u"inbox/film.mp4"_s);
+        loop.exec();
+        QCoreApplication::processEvents();
+    }
+
+    bool waitForCall()
+    {
+        QEventLoop loop;
+        QTimer::singleShot(deadline, &loop, &QEventLoop::quit);
+        m_look = [&] { loop.quit(); };
+        loop.exec();
+        m_look = [] {};
+        return !m_found.isEmpty();
+    }
+
+    const WatchFolderConfig m_inbox{.path = path(u"inbox"_s), .presetID = {}};
+    const WatchFolderConfig m_other{.path = path(u"other"_s), .presetID = {}};
+    FolderWatch m_watch{WatchTiming{.debounce = 300ms, .readiness = 3000ms}};
 };
 
 using WatchFolderFile = WatchFolders;
@@ -688,4 +727,36 @@ TEST_F(WatchFolders, an_engine_that_goes_calls_nobody_any_more)
         EXPECT_TRUE(m_found.isEmpty());
         QFile::remove(path(u"data/watchfolders.json"_s));
     }
+}
+
+TEST_F(WatchFolders, the_scans_have_a_thread_of_their_own)
+{
+    watch({});
+    QStringList names;
+    for (const QString &task :
+         QDir(u"/proc/self/task"_s).entryList(QDir::NoDotAndDotDot | QDir::Dirs)) {
+        names.append(
+            QString::fromUtf8(contentOf(u"/proc/self/task/"_s + task + u"/comm"_s)).trimmed());
+    }
+    // The system keeps fifteen characters.
+    EXPECT_TRUE(names.contains(u"morvix.watchfol"_s)) << names.join(u' ').toStdString();
+}
+
+TEST_F(FolderWatches, a_scan_that_waits_is_made_though_its_folder_is_removed)
+{
+    moveInAndLetTheScanWait();
+    m_watch.stopSource(m_inbox.id);
+    ASSERT_TRUE(waitForCall());
+    EXPECT_EQ(m_found.first().paths, QStringList{path(u"inbox/film.mp4"_s)});
+}
+
+TEST_F(FolderWatches, a_scan_that_waits_is_forgotten_when_its_folder_is_disabled)
+{
+    moveInAndLetTheScanWait();
+    WatchFolderConfig disabled = m_inbox;
+    disabled.enabled = false;
+    m_watch.start({disabled, m_other});
+    moveIn(u"other/film.mp4"_s);
+    ASSERT_TRUE(waitForCall());
+    EXPECT_EQ(m_found.first().paths, QStringList{path(u"other/film.mp4"_s)});
 }
