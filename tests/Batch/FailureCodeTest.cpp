@@ -67,6 +67,7 @@ TEST_F(FailureCodeTest, a_file_of_ours_that_can_not_be_written_is_told_as_such)
 TEST_F(FailureCodeTest, an_ffmpeg_that_is_gone_or_lacks_an_encoder_is_none)
 {
     EXPECT_EQ(codeOf(EngineError::missingFFmpeg()), 69);
+    EXPECT_EQ(codeOf(EngineError::processFailed(-1, u"No such file or directory"_s)), 69);
     EXPECT_EQ(codeOfWords(u"Unknown encoder 'libmp3lame'"_s), 69);
     EXPECT_EQ(codeOfWords(u"Encoder not found"_s), 69);
 }
