@@ -235,6 +235,7 @@ void BatchRun::enqueueAll()
         return;
     }
     const QList<Item> items = probedItems();
+    m_items.clear();
     if (m_options.running == BatchOptions::Running::estimate) {
         estimateAll(items);
         return;
@@ -355,13 +356,25 @@ void BatchRun::planAll()
 
 void BatchRun::interrupt(int signalNumber)
 {
-    m_signalNumber = signalNumber;
-    if (m_untold == 0) {
-        Q_EMIT done(exitCode());
+    if (m_signalNumber != 0) {
         return;
     }
-    cancelAll();
-    m_repeatCancel.start();
+    m_signalNumber = signalNumber;
+    if (m_untold > 0) {
+        cancelAll();
+        m_repeatCancel.start();
+        return;
+    }
+    for (const Item &item : std::as_const(m_items)) {
+        tellInterrupted(item.subject);
+    }
+    Q_EMIT done(exitCode());
+}
+
+void BatchRun::tellInterrupted(const Subject &subject)
+{
+    tellFailed(subject, BatchTexts::text(Sentence::interrupted, m_model.language()),
+               ExitCode::someFailed);
 }
 
 void BatchRun::cancelAll()
@@ -437,8 +450,7 @@ void BatchRun::endBadly(const std::shared_ptr<Job> &job, const QString &message)
 {
     const Progress progress = m_progress.value(job->id);
     if (m_signalNumber != 0) {
-        tellFailed(progress.subject, BatchTexts::text(Sentence::interrupted, m_model.language()),
-                   ExitCode::someFailed);
+        tellInterrupted(progress.subject);
     } else {
         tellFailed(progress.subject, message,
                    FailureCode::of(progress.failure, job->input, progress.plan));

@@ -766,3 +766,25 @@ TEST_F(BatchQueueFileSignal, SIGTERM_ends_an_entry_alone_with_143_too)
 
     EXPECT_EQ(entries(m_out, u"failed"_s), QList<qint64>{1});
 }
+
+TEST_F(BatchQueueFileSignal, SIGTERM_before_the_films_are_known_tells_every_entry)
+{
+    installFFmpeg("exit 1");
+    m_installation.writeExecutable(u"libexec/morvix/ffprobe"_s, "#!/bin/sh\n"
+                                                                "for film in \"$@\"; do :; done\n"
+                                                                "exec tail -f \"$film\"\n");
+    m_films.write(u"a.mp4"_s, "a film");
+    m_films.write(u"b.mp4"_s, "a film");
+    writeQueue({entry(u"a.mp4"_s), entry(u"missing.mp4"_s), entry(u"b.mp4"_s)});
+    ASSERT_NO_FATAL_FAILURE(startQueue());
+    ASSERT_TRUE(Processes::eventually([this] {
+        return Processes::withWords({u"tail"_s, m_films.path(u"a.mp4"_s)}).size() == 1 &&
+               Processes::withWords({u"tail"_s, m_films.path(u"b.mp4"_s)}).size() == 1;
+    }));
+
+    ASSERT_NO_FATAL_FAILURE(terminate());
+
+    EXPECT_EQ(entries(m_out, u"failed"_s), (QList<qint64>{1, 0, 2}));
+    EXPECT_EQ(failures(),
+              (QStringList{u"There is no such file."_s, u"Interrupted."_s, u"Interrupted."_s}));
+}
