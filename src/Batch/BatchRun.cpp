@@ -165,11 +165,18 @@ void BatchRun::takeFiles()
         m_items.append({{url, {}}, m_options.mode, {}});
     }
     tellLeftOut(usable);
-    m_model.addURLs(usable, [this](const VideoFile &file) {
-        const auto item = std::ranges::find_if(
-            m_items, [&](const Item &known) { return known.subject.input == file.url; });
+    m_model.addURLs(usable, [this](const VideoFile &file) { takeProbed(0, file); });
+}
+
+void BatchRun::takeProbed(qsizetype firstPlace, const VideoFile &file)
+{
+    const auto item =
+        std::find_if(m_items.begin() + firstPlace, m_items.end(),
+                     [&](const Item &known) { return known.subject.input == file.url; });
+    // One that has just been put into its folder wasn't there a moment ago.
+    if (item != m_items.end()) {
         item->file = file;
-    });
+    }
 }
 
 // More than are taken at a time: what is left out is told.
@@ -223,10 +230,13 @@ void BatchRun::takeEntry(qint64 number, const ExportedJob &entry)
     if (!isUsable(subject)) {
         return;
     }
-    const qsizetype place = m_items.size();
-    m_items.append({subject, AppModel::modeFrom(entry.spec), {}});
+    // A folder stands for all films in it.
+    const qsizetype firstPlace = m_items.size();
+    for (const QUrl &url : FolderExpander::expand({subject.input})) {
+        m_items.append({{url, number}, AppModel::modeFrom(entry.spec), {}});
+    }
     m_model.addURLs({subject.input},
-                    [this, place](const VideoFile &file) { m_items[place].file = file; });
+                    [this, firstPlace](const VideoFile &file) { takeProbed(firstPlace, file); });
 }
 
 void BatchRun::enqueueAll()

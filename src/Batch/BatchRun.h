@@ -61,6 +61,7 @@ private:
     void tellLeftOut(const QList<QUrl> &urls);
     void takeQueue();
     void takeEntry(qint64 number, const ExportedJob &entry);
+    void takeProbed(qsizetype firstPlace, const VideoFile &file);
     bool isUsable(const Subject &subject);
     void enqueueAll();
     QList<Item> probedItems();

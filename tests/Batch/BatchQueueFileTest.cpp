@@ -293,6 +293,23 @@ TEST_F(BatchQueueFile, entries_that_can_not_be_used_are_told_and_the_others_run)
                                      {6, u"There is no such file."_s}}));
 }
 
+TEST_F(BatchQueueFile, an_entry_that_is_a_folder_stands_for_the_films_in_it)
+{
+    installQuickTools();
+    m_films.write(u"trip/a.mp4"_s, "a film");
+    m_films.write(u"trip/b/c.mp4"_s, "a film");
+    m_films.write(u"last.mp4"_s, "a film");
+    writeQueue({entry(u"trip"_s), entry(u"last.mp4"_s)});
+
+    const CommandResult result = run({u"--jobs"_s, u"1"_s});
+
+    EXPECT_EQ(result.exitCode, 0) << result.out.toStdString();
+    EXPECT_EQ(entries(result.out, u"start"_s), (QList<qint64>{0, 0, 1}));
+    EXPECT_TRUE(QFileInfo::exists(m_films.path(u"trip/a-25MB.mp4"_s)));
+    EXPECT_TRUE(QFileInfo::exists(m_films.path(u"trip/b/c-25MB.mp4"_s)));
+}
+
+// The file holds the first film of a merge alone.
 TEST_F(BatchQueueFile, a_merge_in_it_lacks_its_other_films_and_exits_with_65)
 {
     makeFilm(u"film.mp4"_s, {.seconds = 1});
