@@ -8,6 +8,7 @@
 #include "App/JobPlanner.h"
 #include "App/QueueWorker.h"
 #include "Engine/EncoderStandIns.h"
+#include "Engine/EngineError.h"
 #include "Engine/FrameTiming.h"
 #include "Engine/Text.h"
 
@@ -165,6 +166,7 @@ void AppModel::clearFinished()
 void AppModel::run(const std::shared_ptr<Job> &job, const std::function<void()> &done)
 {
     if (!m_toolset) {
+        Q_EMIT jobFailed(job, std::make_exception_ptr(EngineError::missingFFmpeg()));
         job->setState(Job::Failed{t(u"settings.ffmpeg.missing"_s)});
         done();
         return;

@@ -165,11 +165,18 @@ void BatchRun::takeFiles()
         m_items.append({{url, {}}, m_options.mode, {}});
     }
     tellLeftOut(usable);
-    m_model.addURLs(usable, [this](const VideoFile &file) {
-        const auto item = std::ranges::find_if(
-            m_items, [&](const Item &known) { return known.subject.input == file.url; });
+    m_model.addURLs(usable, [this](const VideoFile &file) { takeProbed(0, file); });
+}
+
+void BatchRun::takeProbed(qsizetype firstPlace, const VideoFile &file)
+{
+    const auto item =
+        std::find_if(m_items.begin() + firstPlace, m_items.end(),
+                     [&](const Item &known) { return known.subject.input == file.url; });
+    // One that has just been put into its folder wasn't there a moment ago.
+    if (item != m_items.end()) {
         item->file = file;
-    });
+    }
 }
 
 // More than are taken at a time: what is left out is told.
@@ -223,10 +230,13 @@ void BatchRun::takeEntry(qint64 number, const ExportedJob &entry)
     if (!isUsable(subject)) {
         return;
     }
-    const qsizetype place = m_items.size();
-    m_items.append({subject, AppModel::modeFrom(entry.spec), {}});
+    // A folder stands for all films in it.
+    const qsizetype firstPlace = m_items.size();
+    for (const QUrl &url : FolderExpander::expand({subject.input})) {
+        m_items.append({{url, number}, AppModel::modeFrom(entry.spec), {}});
+    }
     m_model.addURLs({subject.input},
-                    [this, place](const VideoFile &file) { m_items[place].file = file; });
+                    [this, firstPlace](const VideoFile &file) { takeProbed(firstPlace, file); });
 }
 
 void BatchRun::enqueueAll()
@@ -235,6 +245,7 @@ void BatchRun::enqueueAll()
         return;
     }
     const QList<Item> items = probedItems();
+    m_items.clear();
     if (m_options.running == BatchOptions::Running::estimate) {
         estimateAll(items);
         return;
@@ -355,13 +366,25 @@ void BatchRun::planAll()
 
 void BatchRun::interrupt(int signalNumber)
 {
-    m_signalNumber = signalNumber;
-    if (m_untold == 0) {
-        Q_EMIT done(exitCode());
+    if (m_signalNumber != 0) {
         return;
     }
-    cancelAll();
-    m_repeatCancel.start();
+    m_signalNumber = signalNumber;
+    if (m_untold > 0) {
+        cancelAll();
+        m_repeatCancel.start();
+        return;
+    }
+    for (const Item &item : std::as_const(m_items)) {
+        tellInterrupted(item.subject);
+    }
+    Q_EMIT done(exitCode());
+}
+
+void BatchRun::tellInterrupted(const Subject &subject)
+{
+    tellFailed(subject, BatchTexts::text(Sentence::interrupted, m_model.language()),
+               ExitCode::someFailed);
 }
 
 void BatchRun::cancelAll()
@@ -437,8 +460,7 @@ void BatchRun::endBadly(const std::shared_ptr<Job> &job, const QString &message)
 {
     const Progress progress = m_progress.value(job->id);
     if (m_signalNumber != 0) {
-        tellFailed(progress.subject, BatchTexts::text(Sentence::interrupted, m_model.language()),
-                   ExitCode::someFailed);
+        tellInterrupted(progress.subject);
     } else {
         tellFailed(progress.subject, message,
                    FailureCode::of(progress.failure, job->input, progress.plan));

@@ -61,6 +61,7 @@ private:
     void tellLeftOut(const QList<QUrl> &urls);
     void takeQueue();
     void takeEntry(qint64 number, const ExportedJob &entry);
+    void takeProbed(qsizetype firstPlace, const VideoFile &file);
     bool isUsable(const Subject &subject);
     void enqueueAll();
     QList<Item> probedItems();
@@ -81,6 +82,7 @@ private:
     void forget(const Job &job);
     FinishedJob finishedJob(const Job &job) const;
     void tellFailed(const Subject &subject, const QString &message, int code);
+    void tellInterrupted(const Subject &subject);
     void endIfAllTold();
     int exitCode() const;
 
@@ -89,6 +91,7 @@ private:
     Report &m_report;
     // Asks the running jobs again to end: a child that is just being launched hears nothing yet.
     QTimer m_repeatCancel;
+    // Until they are jobs.
     QList<Item> m_items;
     QHash<QUuid, Progress> m_progress;
     qsizetype m_untold = 0;

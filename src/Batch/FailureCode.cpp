@@ -18,6 +18,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// An ffmpeg that was there at the start may have gone since.
+bool couldNotBeLaunched(const EngineError &error)
+{
+    return error.kind() == EngineError::Case::processFailed && error.exitCode() == -1;
+}
+
 // What ffmpeg says when its build lacks what a line names.
 bool lacksEncoder(const QString &words)
 {
@@ -42,7 +48,8 @@ bool failedToRead(const QString &words, const VideoFile &input)
 
 int codeOf(const EngineError &error, const VideoFile &input, const std::optional<JobPlan> &plan)
 {
-    if (error.kind() == EngineError::Case::missingFFmpeg || lacksEncoder(error.stderrTail())) {
+    if (error.kind() == EngineError::Case::missingFFmpeg || couldNotBeLaunched(error) ||
+        lacksEncoder(error.stderrTail())) {
         return ExitCode::noFFmpeg;
     }
     if (!QFileInfo::exists(Text::path(input.url))) {

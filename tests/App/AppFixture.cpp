@@ -216,7 +216,8 @@ void AppFixture::start(const Start &settings)
     Settings store(m_store.path(u"settings.conf"_s));
     store.setInteger(u"mx.concurrency"_s, settings.concurrency);
     store.setText(u"mx.language"_s, rawValue(settings.language));
-    m_model = std::make_unique<AppModel>(std::move(store), recordingServices(m_desktop));
+    m_model = std::make_unique<AppModel>(std::move(store), recordingServices(m_desktop),
+                                         settings.collections);
 }
 
 VideoFile AppFixture::film(const QString &name, qint64 bytes) const

@@ -111,6 +111,7 @@ protected:
     struct Start {
         qint64 concurrency = 1;
         AppLanguage language = AppLanguage::english;
+        AppModel::Collections collections = {};
     };
     /// Makes the application object with these settings in its store.
     void start(const Start &settings);

@@ -3,6 +3,7 @@
 
 #include "AppFixture.h"
 
+#include "App/JobFailure.h"
 #include "support/Processes.h"
 
 #include <QFile>
@@ -140,6 +141,41 @@ TEST_F(AppModelRunTest, without_tools_a_job_fails_at_once)
     const StateLog log(job);
     waitForAllToEnd();
     EXPECT_THAT(log.words(), ElementsAre(u"failed"_s));
+}
+
+TEST_F(AppModelRunTest, each_failure_is_told_with_its_cause_before_the_state_follows)
+{
+    const auto causesOf = [this](const std::shared_ptr<Job> &job) {
+        QStringList causes;
+        const QObject untilItsEnd;
+        QObject::connect(m_model.get(), &AppModel::jobFailed, &untilItsEnd,
+                         [&causes, job](const auto &failed, const std::exception_ptr &failure) {
+                             EXPECT_EQ(failed, job);
+                             EXPECT_NE(job->outcome(), Outcome::failed);
+                             causes += JobFailure::description(failure);
+                         });
+        waitForAllToEnd();
+        EXPECT_EQ(job->outcome(), Outcome::failed);
+        return causes;
+    };
+    installFFmpeg("echo 'out of order' >&2; exit 1");
+    start();
+    EXPECT_EQ(causesOf(enqueue(film(u"clip.mp4"_s))), QStringList{u"out of order\n"_s});
+    EXPECT_EQ(causesOf(enqueue(film(u"trimmed.mp4"_s), TrimParams())),
+              QStringList{u"no trim segments"_s});
+
+    removeTools();
+    start();
+    EXPECT_EQ(causesOf(enqueue(film(u"clip.mp4"_s))), QStringList{u"ffmpeg not found"_s});
+}
+
+TEST_F(AppModelRunTest, a_job_that_ends_well_is_told_as_no_failure)
+{
+    start();
+    int failures = 0;
+    QObject::connect(m_model.get(), &AppModel::jobFailed, m_model.get(), [&] { ++failures; });
+    runOne();
+    EXPECT_EQ(failures, 0);
 }
 
 TEST_F(AppModelRunTest, no_failure_stops_the_queue)

@@ -15,11 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto openToAll = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
-                           QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
-constexpr auto readableByAll =
-    QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
-
 class BatchFailure : public BatchFixture
 {
 protected:
@@ -53,18 +48,6 @@ protected:
     {
         const QString path = m_films.path(name);
         ASSERT_TRUE(QFile::resize(path, QFileInfo(path).size() / 2));
-    }
-
-    // Root may read and write everything, so the tests of permissions run as somebody else.
-    QStringList asNobody()
-    {
-        QFile::setPermissions(m_installation.path(), readableByAll);
-        QFile::setPermissions(m_films.path(), readableByAll);
-        QFile::setPermissions(m_temporary.path(), openToAll);
-        if (::geteuid() != 0) {
-            return {};
-        }
-        return {u"setpriv"_s, u"--reuid=65534"_s, u"--regid=65534"_s, u"--clear-groups"_s};
     }
 
     // The words that run a command where `full` is a disk of 300 kB; empty where nobody may mount.

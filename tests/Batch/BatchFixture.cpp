@@ -10,6 +10,8 @@
 #include <QFile>
 #include <QJsonDocument>
 
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 BatchFixture::BatchFixture() : m_program(m_installation.path(u"bin/morvix-batch"_s))
@@ -54,6 +56,17 @@ void BatchFixture::installFFmpeg(const QByteArray &body)
     m_installation.writeExecutable(u"libexec/morvix/ffprobe"_s,
                                    "#!/bin/sh\nexec '" + tools.ffprobeURL.toLocalFile().toUtf8() +
                                        "' \"$@\"\n");
+}
+
+QStringList BatchFixture::asNobody() const
+{
+    QFile::setPermissions(m_installation.path(), readableByAll);
+    QFile::setPermissions(m_films.path(), readableByAll);
+    QFile::setPermissions(m_temporary.path(), openToAll);
+    if (::geteuid() != 0) {
+        return {};
+    }
+    return {u"setpriv"_s, u"--reuid=65534"_s, u"--regid=65534"_s, u"--clear-groups"_s};
 }
 
 void BatchFixture::writeSettings(const QByteArray &lines)

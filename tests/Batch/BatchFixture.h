@@ -7,6 +7,7 @@
 #include "support/Command.h"
 #include "support/TempFolder.h"
 
+#include <QFile>
 #include <QJsonObject>
 #include <QList>
 #include <QMap>
@@ -18,6 +19,11 @@
 class BatchFixture : public ::testing::Test
 {
 protected:
+    static constexpr auto openToAll = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
+                                      QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    static constexpr auto readableByAll =
+        QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+
     BatchFixture();
 
     /// A film of two seconds and some 600 kB unless the recipe says otherwise; gives its path.
@@ -32,6 +38,10 @@ protected:
     /// them and otherwise does what the body says. "$out" is its last argument, "$attempt" counts
     /// these calls from 1, "$ffmpeg" is the real one. The ffprobe beside it is the real one.
     void installFFmpeg(const QByteArray &body);
+
+    /// The words that run the program as somebody who may read the folders of the test, and write
+    /// the temporary one only: root may do everything. None where the tests don't run as root.
+    QStringList asNobody() const;
 
     /// Writes the user's settings, one "key=value" a line.
     void writeSettings(const QByteArray &lines);

@@ -353,3 +353,31 @@ TEST(BatchOptions, a_speed_is_above_zero)
     }
     EXPECT_EQ(refusal({u"adjust"_s, u"speed=0.01"_s, u"a.mp4"_s}), QString());
 }
+
+TEST(BatchOptions, a_single_JSON_file_is_a_queue)
+{
+    const BatchOptions options = BatchOptions::parse({u"--json"_s, u"/films/Queue.JSON"_s});
+
+    EXPECT_EQ(options.queueFile, QUrl::fromLocalFile(u"/films/Queue.JSON"_s));
+    EXPECT_EQ(options.entry, std::nullopt);
+    EXPECT_TRUE(options.files.isEmpty());
+    EXPECT_EQ(BatchOptions::parse({u"--"_s, u"-queue.json"_s}).queueFile,
+              QUrl::fromLocalFile(here(u"-queue.json"_s)));
+}
+
+TEST(BatchOptions, an_entry_of_a_queue_is_counted_from_0)
+{
+    EXPECT_EQ(BatchOptions::parse({u"/queue.json"_s, u"--entry"_s, u"0"_s}).entry, 0);
+    EXPECT_EQ(BatchOptions::parse({u"--entry=12"_s, u"/queue.json"_s}).entry, 12);
+    for (const QString &wrong : {u"-1"_s, u"+1"_s, u"1.5"_s, u""_s, u"first"_s, u" 1"_s}) {
+        EXPECT_EQ(refusal({u"/queue.json"_s, u"--entry="_s + wrong}),
+                  u"--entry expects a whole number from 0"_s)
+            << wrong.toStdString();
+    }
+}
+
+TEST(BatchOptions, an_entry_goes_with_nothing_but_a_queue)
+{
+    EXPECT_EQ(refusal({u"gif"_s, u"--entry"_s, u"0"_s, u"/a.mp4"_s}),
+              u"--entry goes with a queue file"_s);
+}
