@@ -25,11 +25,15 @@ namespace {
 
 constexpr std::chrono::milliseconds cancelInterval{250};
 
+// Within the range of 64 bits.
+constexpr double mostBytes = 9e18;
+
 // A copy that fits already has its limit too.
 std::optional<qint64> limitOf(const JobMode &mode)
 {
     const auto *params = std::get_if<TargetSizeParams>(&mode);
-    return params ? std::optional(static_cast<qint64>(params->targetMB * 1e6)) : std::nullopt;
+    return params ? std::optional(static_cast<qint64>(std::min(params->targetMB * 1e6, mostBytes)))
+                  : std::nullopt;
 }
 
 int codeOf(ResultCheck::Problem::Fault fault)
@@ -140,6 +144,9 @@ void BatchRun::start()
     }
     if (m_items.isEmpty()) {
         Q_EMIT done(exitCode());
+    } else if (m_model.probingCount() == 0) {
+        // All have gone since the look at them: there is no probe to wait for.
+        enqueueAll();
     }
 }
 

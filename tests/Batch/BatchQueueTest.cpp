@@ -51,8 +51,9 @@ TEST_F(BatchQueue, a_folder_stands_for_the_films_in_it_in_the_order_of_their_nam
         batch({u"targetSize"_s, u"--json"_s, u"--jobs"_s, u"1"_s, u"--out"_s, u"out"_s, u"trip"_s});
 
     EXPECT_EQ(result.exitCode, 0) << result.out.toStdString();
-    EXPECT_EQ(inputs(result.out, u"finished"_s),
+    EXPECT_EQ(inputs(result.out, u"start"_s),
               (QStringList{u"trip/a/z.MP4"_s, u"trip/b.mp4"_s, u"trip/c.mkv"_s}));
+    EXPECT_EQ(inputs(result.out, u"finished"_s).size(), 3);
 }
 
 TEST_F(BatchQueue, every_film_is_worked_through_however_many_jobs_run_at_once)
