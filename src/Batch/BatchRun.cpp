@@ -92,7 +92,8 @@ BatchRun::BatchRun(BatchOptions options, AppModel &model, Report &report)
     : m_options(std::move(options))
     , m_model(model)
     , m_report(report)
-    , m_examinations(QThread::idealThreadCount(), QThread::InheritPriority)
+    // One thread: results are told in the order in which the jobs end.
+    , m_examinations(1, QThread::InheritPriority)
 {
     m_repeatCancel.setInterval(cancelInterval);
     connect(&m_repeatCancel, &QTimer::timeout, this, &BatchRun::cancelAll);
