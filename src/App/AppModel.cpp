@@ -137,7 +137,7 @@ void AppModel::endChildren()
 
 std::shared_ptr<PlanExecutor> AppModel::makeExecutor()
 {
-    const auto executor = std::make_shared<PlanExecutor>(m_toolset->ffmpegURL);
+    auto executor = std::make_shared<PlanExecutor>(m_toolset->ffmpegURL);
     std::erase_if(m_startedExecutors, [](const auto &started) { return started.expired(); });
     m_startedExecutors.push_back(executor);
     return executor;

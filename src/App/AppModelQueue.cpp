@@ -83,7 +83,7 @@ std::optional<QUrl> AppModel::outputDirectory() const
 
 std::optional<QUrl> AppModel::outputDirectoryFor(const VideoFile &file) const
 {
-    const std::optional<QUrl> directory = outputDirectory();
+    std::optional<QUrl> directory = outputDirectory();
     if (!directory || !m_keepFolderStructure || !m_sourceRoot) {
         return directory;
     }
