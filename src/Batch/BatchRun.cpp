@@ -3,16 +3,12 @@
 
 #include "Batch/BatchRun.h"
 
-#include "App/Fmt.h"
 #include "Batch/BatchTexts.h"
+#include "Batch/Estimates.h"
 #include "Batch/ExitCode.h"
 #include "Batch/FailureCode.h"
-#include "Batch/InputCheck.h"
-#include "Engine/Estimator.h"
-#include "Engine/FolderExpander.h"
 #include "Engine/TemporaryFiles.h"
 
-#include <QFileInfo>
 #include <QThread>
 
 #include <algorithm>
@@ -49,54 +45,20 @@ int codeOf(ResultCheck::Problem::Fault fault)
     return ExitCode::ffmpegFailed;
 }
 
-// Trimming, merging and splitting have none: the options don't let them through.
-struct Estimates {
-    const VideoFile &file;
-
-    EstimateInfo operator()(const TargetSizeParams &params) const
-    {
-        return Estimator::targetSize(file, params);
-    }
-    EstimateInfo operator()(const ConvertParams &params) const
-    {
-        return Estimator::convert(file, params);
-    }
-    EstimateInfo operator()(const CompressParams &params) const
-    {
-        return Estimator::compress(file, params);
-    }
-    EstimateInfo operator()(const ExtractParams &params) const
-    {
-        return Estimator::extract(file, params.format, params.bitrateKbps, params.audioTrackIndex);
-    }
-    EstimateInfo operator()(const GifParams &params) const { return Estimator::gif(file, params); }
-    EstimateInfo operator()(const EnhanceParams &params) const
-    {
-        return Estimator::enhance(file, params);
-    }
-    EstimateInfo operator()(const AdjustParams &params) const
-    {
-        return Estimator::adjust(file, params);
-    }
-    template <typename Params> EstimateInfo operator()(const Params &) const
-    {
-        EstimateInfo info;
-        info.originalBytes = info.estimatedBytes = file.fileSizeBytes;
-        return info;
-    }
-};
-
 } // namespace
 
 BatchRun::BatchRun(BatchOptions options, AppModel &model, Report &report)
     : m_options(std::move(options))
     , m_model(model)
     , m_report(report)
+    , m_intake(m_options, model)
     // One thread: results are told in the order in which the jobs end.
     , m_examinations(1, QThread::InheritPriority)
 {
     m_repeatCancel.setInterval(cancelInterval);
     connect(&m_repeatCancel, &QTimer::timeout, this, &BatchRun::cancelAll);
+    connect(&m_intake, &BatchIntake::failed, this, &BatchRun::tellFailed);
+    connect(&m_intake, &BatchIntake::ready, this, &BatchRun::enqueueAll);
     listenToModel();
 }
 
@@ -124,13 +86,6 @@ void BatchRun::listenToModel()
             [this](const std::shared_ptr<Job> &job, const std::exception_ptr &failure) {
                 m_progress[job->id].failure = failure;
             });
-    // Waiting for all: a pool of workers that has run dry between two files takes no further one.
-    connect(&m_model, &AppModel::probingCountChanged, this, [this] {
-        if (m_model.probingCount() == 0) {
-            QMetaObject::invokeMethod( // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
-                this, &BatchRun::enqueueAll, Qt::QueuedConnection);
-        }
-    });
 }
 
 void BatchRun::start()
@@ -138,12 +93,8 @@ void BatchRun::start()
     if (m_options.outputDirectory) {
         m_model.setOutputDirectoryPath(m_options.outputDirectory->toLocalFile());
     }
-    if (m_options.queueFile) {
-        takeQueue();
-    } else {
-        takeFiles();
-    }
-    if (m_items.isEmpty()) {
+    m_intake.start();
+    if (m_intake.items().isEmpty()) {
         Q_EMIT done(exitCode());
     } else if (m_model.probingCount() == 0) {
         // All have gone since the look at them: there is no probe to wait for.
@@ -151,109 +102,12 @@ void BatchRun::start()
     }
 }
 
-bool BatchRun::isUsable(const Subject &subject)
-{
-    const auto problem = InputCheck::problem(subject.input, m_model.language());
-    if (problem) {
-        tellFailed(subject, problem->sentence,
-                   problem->isMissing ? ExitCode::noInput : ExitCode::badInput);
-    }
-    return !problem;
-}
-
-void BatchRun::takeFiles()
-{
-    QList<QUrl> usable;
-    for (const QUrl &url : m_options.files) {
-        if (isUsable({url, {}})) {
-            usable.append(url);
-        }
-    }
-    for (const QUrl &url : FolderExpander::expand(usable)) {
-        m_items.append({{url, {}}, m_options.mode, {}});
-    }
-    tellLeftOut(usable);
-    m_model.addURLs(usable, [this](const VideoFile &file) { takeProbed(0, file); });
-}
-
-void BatchRun::takeProbed(qsizetype firstPlace, const VideoFile &file)
-{
-    const auto item =
-        std::find_if(m_items.begin() + firstPlace, m_items.end(),
-                     [&](const Item &known) { return known.subject.input == file.url; });
-    // One that has just been put into its folder wasn't there a moment ago.
-    if (item != m_items.end()) {
-        item->file = file;
-    }
-}
-
-// More than are taken at a time: what is left out is told.
-void BatchRun::tellLeftOut(const QList<QUrl> &urls)
-{
-    if (m_items.size() < FolderExpander::mostFiles) {
-        return;
-    }
-    QSet<QUrl> taken;
-    for (const Item &item : std::as_const(m_items)) {
-        taken.insert(item.subject.input);
-    }
-    const QString sentence = BatchTexts::text(Sentence::tooMany, m_model.language(),
-                                              {QString::number(FolderExpander::mostFiles)});
-    for (const QUrl &url : urls) {
-        if (!taken.contains(FolderExpander::expand({url}).first())) {
-            tellFailed({url, {}}, sentence, ExitCode::badInput);
-        }
-    }
-}
-
-void BatchRun::takeQueue()
-{
-    QList<ExportedJob> entries;
-    try {
-        entries = QueueFile::read(*m_options.queueFile);
-    } catch (const std::exception &) {
-        const bool isMissing = !QFileInfo::exists(m_options.queueFile->toLocalFile());
-        tellFailed({*m_options.queueFile, {}}, m_model.t(u"error.probe"_s),
-                   isMissing ? ExitCode::noInput : ExitCode::badInput);
-        return;
-    }
-    if (m_options.entry && *m_options.entry >= entries.size()) {
-        tellFailed(
-            {*m_options.queueFile, {}},
-            BatchTexts::text(Sentence::noSuchEntry, m_model.language(),
-                             {QString::number(*m_options.entry), QString::number(entries.size())}),
-            ExitCode::usage);
-        return;
-    }
-    for (qint64 number = 0; number < entries.size(); ++number) {
-        if (number == m_options.entry.value_or(number)) {
-            takeEntry(number, entries.at(number));
-        }
-    }
-}
-
-void BatchRun::takeEntry(qint64 number, const ExportedJob &entry)
-{
-    const Subject subject{QUrl::fromLocalFile(entry.path), number};
-    if (!isUsable(subject)) {
-        return;
-    }
-    // A folder stands for all films in it.
-    const qsizetype firstPlace = m_items.size();
-    for (const QUrl &url : FolderExpander::expand({subject.input})) {
-        m_items.append({{url, number}, AppModel::modeFrom(entry.spec), {}});
-    }
-    m_model.addURLs({subject.input},
-                    [this, firstPlace](const VideoFile &file) { takeProbed(firstPlace, file); });
-}
-
 void BatchRun::enqueueAll()
 {
     if (m_signalNumber != 0) {
         return;
     }
-    const QList<Item> items = probedItems();
-    m_items.clear();
+    const QList<BatchItem> items = m_intake.takeProbedItems();
     if (m_options.running == BatchOptions::Running::estimate) {
         estimateAll(items);
         return;
@@ -268,33 +122,19 @@ void BatchRun::enqueueAll()
     }
 }
 
-// In the order of the command line or of the queue file; what couldn't be probed is told.
-QList<BatchRun::Item> BatchRun::probedItems()
-{
-    QList<Item> items;
-    for (const Item &item : std::as_const(m_items)) {
-        if (item.file) {
-            items.append(item);
-        } else {
-            tellFailed(item.subject, m_model.t(u"error.probe"_s), ExitCode::badInput);
-        }
-    }
-    return items;
-}
-
-void BatchRun::enqueueJobs(const QList<Item> &items)
+void BatchRun::enqueueJobs(const QList<BatchItem> &items)
 {
     if (!m_options.queueFile && std::holds_alternative<MergeParams>(m_options.mode)) {
         enqueueMerge(items);
         return;
     }
-    for (const Item &item : items) {
+    for (const BatchItem &item : items) {
         m_model.enqueueProbed(*item.file, item.mode);
         m_progress[m_model.jobs().last()->id].subject = item.subject;
     }
 }
 
-void BatchRun::enqueueMerge(const QList<Item> &items)
+void BatchRun::enqueueMerge(const QList<BatchItem> &items)
 {
     // A film that lacks one of its clips is not what was asked for; which one has been told.
     if (m_failureCode != 0) {
@@ -305,7 +145,7 @@ void BatchRun::enqueueMerge(const QList<Item> &items)
         return;
     }
     QList<VideoFile> files;
-    for (const Item &item : items) {
+    for (const BatchItem &item : items) {
         files.append(*item.file);
     }
     m_model.enqueueMerge(m_options.mode, files);
@@ -329,31 +169,12 @@ void BatchRun::run()
     endIfAllTold();
 }
 
-void BatchRun::estimateAll(const QList<Item> &items)
+void BatchRun::estimateAll(const QList<BatchItem> &items)
 {
-    for (const Item &item : items) {
-        m_report.estimated(estimatedJob(item));
+    for (const BatchItem &item : items) {
+        m_report.estimated(Estimates::estimatedJob(item, m_model));
     }
     Q_EMIT done(exitCode());
-}
-
-EstimatedJob BatchRun::estimatedJob(const Item &item) const
-{
-    EstimatedJob job;
-    job.subject = item.subject;
-    job.info = std::visit(Estimates{*item.file}, item.mode);
-    if (const auto *params = std::get_if<TargetSizeParams>(&item.mode)) {
-        job.guarantee = m_model.tf(
-            u"target.estimate"_s, {Fmt::bytes(job.info.estimatedBytes), Fmt::mb(params->targetMB)});
-    }
-    if (job.info.badgeKey) {
-        job.badge = m_model.t(*job.info.badgeKey);
-    }
-    for (const EstimateWarning &warning : job.info.warnings) {
-        job.warnings +=
-            warning.args.isEmpty() ? m_model.t(warning.key) : m_model.tf(warning.key, warning.args);
-    }
-    return job;
 }
 
 void BatchRun::planAll()
@@ -383,7 +204,7 @@ void BatchRun::interrupt(int signalNumber)
         m_repeatCancel.start();
         return;
     }
-    for (const Item &item : std::as_const(m_items)) {
+    for (const BatchItem &item : m_intake.items()) {
         tellInterrupted(item.subject);
     }
     Q_EMIT done(exitCode());

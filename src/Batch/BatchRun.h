@@ -4,10 +4,9 @@
 #pragma once
 
 #include "App/AppModel.h"
-#include "Batch/BatchOptions.h"
+#include "Batch/BatchIntake.h"
 #include "Batch/Report.h"
 #include "Batch/ResultCheck.h"
-#include "Engine/QueueFile.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -36,14 +35,6 @@ Q_SIGNALS:
     void done(int exitCode);
 
 private:
-    /// One file to work on, as the command line or a queue file names it.
-    struct Item {
-        Subject subject;
-        JobMode mode;
-        /// Absent until its probe has ended well.
-        std::optional<VideoFile> file;
-    };
-
     /// What a report needs beside the job itself.
     struct Progress {
         Subject subject;
@@ -57,20 +48,12 @@ private:
     };
 
     void listenToModel();
-    void takeFiles();
-    void tellLeftOut(const QList<QUrl> &urls);
-    void takeQueue();
-    void takeEntry(qint64 number, const ExportedJob &entry);
-    void takeProbed(qsizetype firstPlace, const VideoFile &file);
-    bool isUsable(const Subject &subject);
     void enqueueAll();
-    QList<Item> probedItems();
-    void enqueueJobs(const QList<Item> &items);
-    void enqueueMerge(const QList<Item> &items);
+    void enqueueJobs(const QList<BatchItem> &items);
+    void enqueueMerge(const QList<BatchItem> &items);
     void run();
     void planAll();
-    void estimateAll(const QList<Item> &items);
-    EstimatedJob estimatedJob(const Item &item) const;
+    void estimateAll(const QList<BatchItem> &items);
     void cancelAll();
     void follow(const std::shared_ptr<Job> &job);
     void tell(const std::shared_ptr<Job> &job);
@@ -89,10 +72,9 @@ private:
     const BatchOptions m_options;
     AppModel &m_model;
     Report &m_report;
+    BatchIntake m_intake;
     // Asks the running jobs again to end: a child that is just being launched hears nothing yet.
     QTimer m_repeatCancel;
-    // Until they are jobs.
-    QList<Item> m_items;
     QHash<QUuid, Progress> m_progress;
     qsizetype m_untold = 0;
     // Of the first failure; 0 as long as there is none.

@@ -3,6 +3,8 @@
 
 #include "BatchFixture.h"
 
+#include "support/SmallDisk.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -48,22 +50,6 @@ protected:
     {
         const QString path = m_films.path(name);
         ASSERT_TRUE(QFile::resize(path, QFileInfo(path).size() / 2));
-    }
-
-    // The words that run a command where `full` is a disk of 300 kB; empty where nobody may mount.
-    QStringList onSmallDisk() const
-    {
-        const QString script = u"mount -t tmpfs -o size=300k none \"$0\" && exec \"$@\""_s;
-        QDir().mkpath(m_films.path(u"full"_s));
-        for (const QStringList &options : {QStringList{u"-m"_s}, QStringList{u"-rm"_s}}) {
-            const QStringList words =
-                QStringList{u"unshare"_s} + options +
-                QStringList{u"sh"_s, u"-c"_s, script, m_films.path(u"full"_s)};
-            if (runCommand(words.first(), words.sliced(1) + QStringList{u"true"_s}).exitCode == 0) {
-                return words;
-            }
-        }
-        return {};
     }
 };
 
@@ -288,7 +274,7 @@ TEST_F(BatchFailure, a_full_disk_is_told)
 {
     const QString film = makeFilm(u"film.mp4"_s);
     const QByteArray before = checksum(film);
-    const QStringList smallDisk = onSmallDisk();
+    const QStringList smallDisk = onSmallDisk(m_films.path(u"full"_s), 300);
     if (smallDisk.isEmpty()) {
         GTEST_SKIP() << "this machine lets nobody mount a small disk";
     }
