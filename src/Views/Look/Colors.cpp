@@ -3,6 +3,8 @@
 
 #include "Views/Look/Colors.h"
 
+#include <QList>
+
 #include <algorithm>
 #include <cmath>
 
@@ -52,12 +54,37 @@ double luminance(const QColor &color)
            0.0722 * linear(color.blueF());
 }
 
-/// The colour itself, or as little nearer to `end` as it takes to be read on the ground.
-QColor moved(const QColor &color, const QColor &end, const QColor &ground)
+bool isReadable(const QColor &ink, const QList<QColor> &grounds)
 {
+    return std::all_of(grounds.begin(), grounds.end(),
+                       [&](const QColor &ground) { return contrast(ink, ground) >= readable; });
+}
+
+/// Whether an ink also stands on a capsule of its own colour, on the first of its grounds.
+enum class OwnCapsule { counts, none };
+
+/// The colour itself, or as little nearer to `end` as it takes to be read on all grounds.
+QColor moved(const QColor &color, const QColor &end, const QList<QColor> &grounds,
+             OwnCapsule capsule)
+{
+    const auto isFit = [&](const QColor &ink) {
+        return isReadable(ink, grounds) &&
+               (capsule == OwnCapsule::none ||
+                contrast(ink, blended(ink, chipOpacity, grounds.first())) >= readable);
+    };
     QColor result = color;
-    for (double way = 0; way < 1 && contrast(result, ground) < readable; way += 0.02) {
+    for (double way = 0.02; way < 1 && !isFit(result); way += 0.02) {
         result = blended(end, way, color);
+    }
+    return result;
+}
+
+/// The colour laid on the ground as strongly as the inks on it allow.
+QColor tint(const QColor &color, double opacity, const QColor &ground, const QList<QColor> &inks)
+{
+    QColor result = blended(color, opacity, ground);
+    for (; opacity > 0 && !isReadable(result, inks); opacity -= 0.01) {
+        result = blended(color, opacity, ground);
     }
     return result;
 }
@@ -76,11 +103,15 @@ Colors Colors::of(Scheme scheme, const QColor &accent)
     }
     const QColor base = accent.isValid() ? accent.toRgb() : QColor::fromRgb(ownAccent);
     const QColor card = colors[ColorRole::card];
-    // The tint stands behind accent text too, so the text is measured on a tinted card.
-    const QColor tintedCard = blended(base, chipOpacity, dark ? card : colors[ColorRole::sidebar]);
-    set(ColorRole::accent, moved(base, dark ? Qt::white : Qt::black, tintedCard));
-    set(ColorRole::accentTint, blended(base, dark ? 0.22 : 0.11, card));
-    const QColor fill = moved(base, Qt::black, colors[ColorRole::onAccent]);
+    const QColor tinted = tint(base, dark ? 0.22 : 0.11, card,
+                               {colors[ColorRole::text], colors[ColorRole::secondaryText]});
+    set(ColorRole::accentTint, tinted);
+    // The ground that is nearest to the ink decides; a chip's capsule lies on any of them.
+    const QColor nearest = colors[dark ? ColorRole::controlHover : ColorRole::sidebar];
+    const QColor accentInk =
+        moved(base, dark ? Qt::white : Qt::black, {nearest, tinted}, OwnCapsule::counts);
+    set(ColorRole::accent, accentInk);
+    const QColor fill = moved(base, Qt::black, {colors[ColorRole::onAccent]}, OwnCapsule::none);
     set(ColorRole::accentFill, fill);
     set(ColorRole::accentFillHover, blended(Qt::black, 0.1, fill));
     set(ColorRole::scrim, QColor(0, 0, 0, dark ? 150 : 90));
