@@ -687,6 +687,10 @@ TEST_F(BatchQueueFile, what_is_no_queue_is_refused_in_bounded_time_and_memory)
         {"half a character", with("film.mp4", "\\ud800.mp4")},
         {"NUL in a text", with("film.mp4", "film.mp4\\u0000.txt")},
         {"NUL in the file", good + '\0'},
+        {"two paths", with("\"path\"", "\"path\": \"/missing.mp4\", \"path\"")},
+        {"two rates, spelt differently",
+         with("\"format\"", "\"bitr\\u0061teKbps\": 1, \"format\"")},
+        {"many equal keys", "[{" + QByteArray("\"a\":0,").repeated(1'000'000) + "\"a\":0}]"},
         {"bytes that are no UTF-8", with("film.mp4", "\xff.mp4")},
     };
     for (const Case &each : cases) {
@@ -717,17 +721,6 @@ TEST_F(BatchQueueFile, a_queue_that_is_no_regular_file_is_refused)
     QDir().rmdir(m_films.path(u"queue.json"_s));
     ASSERT_EQ(::mkfifo(m_films.path(u"queue.json"_s).toUtf8().constData(), 0600), 0);
     EXPECT_EQ(run({u"--entry"_s, u"0"_s}).exitCode, 65) << "a pipe is not waited for";
-}
-
-// Which one counts matters less than that no reader of ours sees it otherwise.
-TEST_F(BatchQueueFile, the_last_of_two_equal_keys_counts)
-{
-    makeFilm(u"film.mp4"_s, {.seconds = 1});
-    const QByteArray good = QueueFile::encode({entry(u"film.mp4"_s)});
-    m_films.write(u"queue.json"_s,
-                  QByteArray(good).replace("\"path\"", "\"path\": \"/missing.mp4\", \"path\""));
-
-    EXPECT_EQ(run({u"--entry"_s, u"0"_s}).exitCode, 0);
 }
 
 TEST_F(BatchQueueFileSignal, SIGTERM_in_the_middle_tells_every_entry_that_was_not_done)

@@ -338,6 +338,10 @@ TEST_F(PresetStoreFiles, a_broken_file_is_an_empty_list_and_stays_until_the_next
         '[' + presetText("1", "\xed\xa0\x80", "2026-01-01T00:00:00Z") + ']',
         '[' + presetText("1", "a\0b"_ba, "2026-01-01T00:00:00Z") + ']',
         '[' + good + "]\0"_ba,
+        '[' + good.chopped(1) + R"(,"name":"one"}])",
+        '[' + good.chopped(1) + R"(,"n\u0061me":"two"}])",
+        '[' + good.chopped(1) + R"(,"unknown":[{"a":1,"a":1}]}])",
+        '[' + QByteArray(good).replace(R"("width":)", R"("width":1,"width":)") + ']',
         '[' +
             presetText("1", "one", "2026-01-01T00:00:00Z",
                        QByteArray(both).replace("480", "1e999")) +
