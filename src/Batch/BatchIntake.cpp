@@ -6,6 +6,7 @@
 #include "Batch/BatchTexts.h"
 #include "Batch/ExitCode.h"
 #include "Batch/InputCheck.h"
+#include "Batch/ParamsCheck.h"
 #include "Engine/FolderExpander.h"
 
 #include <QFileInfo>
@@ -124,10 +125,15 @@ void BatchIntake::takeEntry(qint64 number, const ExportedJob &entry)
     if (!isUsable(subject)) {
         return;
     }
+    const JobMode mode = AppModel::modeFrom(entry.spec);
+    if (const auto problem = ParamsCheck::problem(mode, m_model.language())) {
+        Q_EMIT failed(subject, *problem, ExitCode::badInput);
+        return;
+    }
     // A folder stands for all films in it.
     const qsizetype firstPlace = m_items.size();
     for (const QUrl &url : FolderExpander::expand({subject.input})) {
-        m_items.append({{url, number}, AppModel::modeFrom(entry.spec), {}});
+        m_items.append({{url, number}, mode, {}});
     }
     m_model.addURLs({subject.input},
                     [this, firstPlace](const VideoFile &file) { takeProbed(firstPlace, file); });

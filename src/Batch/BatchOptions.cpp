@@ -5,6 +5,7 @@
 
 #include "Batch/FieldAssignment.h"
 #include "Batch/FileArgument.h"
+#include "Batch/ParamsCheck.h"
 #include "Engine/Text.h"
 #include "Models/JobParamsJson.h"
 
@@ -16,9 +17,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Beyond this the sums leave the range of 64 bits.
-constexpr double largestTargetMB = 1e9;
 
 struct OptionNames {
     QString out = u"out"_s;
@@ -136,13 +134,8 @@ void assignField(JobMode &mode, const QString &argument)
 
 void requireUsable(const JobMode &mode)
 {
-    if (const auto *params = std::get_if<TargetSizeParams>(&mode);
-        params && !(params->targetMB > 0 && params->targetMB <= largestTargetMB)) {
-        throw UsageError(u"targetMB: a number of megabytes above 0 and up to %1 is expected"_s.arg(
-            largestTargetMB, 0, 'f', 0));
-    }
-    if (const auto *params = std::get_if<AdjustParams>(&mode); params && !(params->speed > 0)) {
-        throw UsageError(u"speed: a number above 0 is expected"_s);
+    if (const auto problem = ParamsCheck::problem(mode, AppLanguage::english)) {
+        throw UsageError(*problem);
     }
 }
 
@@ -287,7 +280,7 @@ Options
 Exit codes
   0 all done   1 some failed   64 usage   69 no ffmpeg   130 interrupted   143 terminated
   and for the one entry of --entry:
-  64 no such entry   65 the input can't be used or the limit can't be met   66 no input
-  69 no such encoder   70 ffmpeg failed   73 the output can't be written
+  64 no such entry   65 the input or a value can't be used, or the limit can't be met
+  66 no input   69 no such encoder   70 ffmpeg failed   73 the output can't be written
 )"_s;
 }

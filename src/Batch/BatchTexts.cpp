@@ -40,6 +40,9 @@ constexpr std::array rows{
     Row{interrupted, u"Interrupted.", u"已中断。"},
     Row{noSuchEntry, u"There is no entry %1$@; the file holds %2$@.",
         u"没有第 %1$@ 项；文件中共有 %2$@ 项。"},
+    Row{targetOutOfRange, u"targetMB: a number of megabytes above 0 and up to %1$@ is expected",
+        u"targetMB：应为大于 0 且不超过 %1$@ 的兆字节数"},
+    Row{speedOutOfRange, u"speed: a number above 0 is expected", u"speed：应为大于 0 的数"},
 };
 
 } // namespace

@@ -31,6 +31,10 @@ enum class Sentence {
     interrupted,
     /// Takes the number asked for and the number of entries.
     noSuchEntry,
+    /// Takes the largest number of megabytes. This and the next begin with the field's name and
+    /// have no full stop: they refuse the command line too, where all such words are of that form.
+    targetOutOfRange,
+    speedOutOfRange,
 };
 
 QString text(Sentence sentence, AppLanguage language, const QStringList &arguments = {});

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Batch/FileArgument.h"
+#include "Engine/JsonKeys.h"
 #include "Models/JsonCodec.h"
 
 #include <QJsonDocument>
@@ -19,7 +20,11 @@ inline QJsonValue parsedFragment(const QString &text)
 {
     const QByteArray document = "[" + text.toUtf8() + "]";
     const QJsonArray array = QJsonDocument::fromJson(document).array();
-    return array.size() == 1 ? array.first() : QJsonValue(text);
+    if (array.size() != 1) {
+        return text;
+    }
+    JsonKeys::requireDistinct(document);
+    return array.first();
 }
 
 template <typename Value> struct FromText {

@@ -4,6 +4,7 @@
 #include "Engine/JsonFile.h"
 
 #include "Engine/FileError.h"
+#include "Engine/JsonKeys.h"
 #include "Engine/Text.h"
 
 #include <QDir>
@@ -71,6 +72,7 @@ QJsonValue JsonFile::parsed(const QByteArray &json)
     if (error.error != QJsonParseError::NoError) {
         throw Json::DecodeError(error.errorString());
     }
+    JsonKeys::requireDistinct(json);
     return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
 }
 

@@ -20,7 +20,8 @@ constexpr qint64 mostBytes = 8'388'608;
 /// `Morvix` in the user's folder of data: where the lists of presets and watched folders are kept.
 QString listsDirectory();
 
-/// What a JSON text says: an array or an object. Throws Json::DecodeError.
+/// What a JSON text says: an array or an object. Throws Json::DecodeError, also where a key stands
+/// twice in one object.
 QJsonValue parsed(const QByteArray &json);
 
 /// What a file says. Throws FileError when it can't be read, isn't a regular file or is too large,

@@ -321,6 +321,8 @@ TEST_F(AppModelQueueFile, a_file_that_does_not_read_as_a_whole_is_refused_in_one
         '[' + good + ',' + QByteArray(good).replace("merge", "play") + ']',
         '[' + good + ',' + QByteArray(good).replace("\"_0\"", "\"_1\"") + ']',
         '[' + good + ',' + QByteArray(good).replace("mp4\",", "ogv\",") + ']',
+        '[' + good.chopped(1) + R"(, "path": "/other.mp4"}])",
+        '[' + QByteArray(good).replace("{\"codec", "{\"cod\\u0065c\": \"auto\", \"codec") + ']',
         '[' + good + "]\0"_ba};
     for (const QByteArray &document : wrong) {
         m_folder.write(u"queue.json"_s, document);

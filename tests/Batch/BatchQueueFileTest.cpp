@@ -51,6 +51,13 @@ TargetSizeParams under(double megabytes)
     return params;
 }
 
+AdjustParams atSpeed(double speed)
+{
+    AdjustParams params;
+    params.speed = speed;
+    return params;
+}
+
 ConvertParams into(OutputContainer container)
 {
     ConvertParams params;
@@ -470,6 +477,63 @@ TEST_F(BatchQueueFile, an_input_that_can_not_be_used_exits_with_65)
     }
 }
 
+TEST_F(BatchQueueFile, values_that_the_command_line_refuses_exit_with_65_and_are_named)
+{
+    installQuickTools();
+    m_films.write(u"film.mp4"_s, "a film");
+    const QString target =
+        u"targetMB: a number of megabytes above 0 and up to 1000000000 is expected"_s;
+    const QString speed = u"speed: a number above 0 is expected"_s;
+    struct Case {
+        PresetSpec spec;
+        QString message;
+    };
+    const QList<Case> cases{
+        {under(0), target},     {under(-0.0), target},          {under(-5), target},
+        {under(1e300), target}, {under(1'000'000'001), target}, {atSpeed(0), speed},
+        {atSpeed(-1), speed},
+    };
+    for (const Case &each : cases) {
+        const CommandResult result = runAlone(entry(u"film.mp4"_s, each.spec));
+        EXPECT_EQ(result.exitCode, 65) << result.out.toStdString();
+        EXPECT_EQ(objects(result.out),
+                  (QList<QJsonObject>{{{u"type"_s, u"failed"_s},
+                                       {u"input"_s, m_films.path(u"film.mp4"_s)},
+                                       {u"entry"_s, 0},
+                                       {u"message"_s, each.message}}}));
+    }
+    EXPECT_EQ(m_films.names(), (QStringList{u"film.mp4"_s, u"queue.json"_s}));
+}
+
+TEST_F(BatchQueueFile, an_entry_with_such_values_is_told_once_and_the_others_run)
+{
+    installQuickTools();
+    m_films.write(u"trip/a.mp4"_s, "a film");
+    m_films.write(u"trip/b.mp4"_s, "a film");
+    writeQueue({entry(u"trip"_s, under(0)), entry(u"trip"_s, atSpeed(0)), entry(u"trip"_s)});
+    writeSettings("mx.language=zh-Hans\n");
+
+    const CommandResult result = run({u"--jobs"_s, u"1"_s});
+
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(entries(result.out, u"failed"_s), (QList<qint64>{0, 1}));
+    EXPECT_EQ(entries(result.out, u"finished"_s), (QList<qint64>{2, 2}));
+    EXPECT_EQ(messageOf(result), u"targetMB：应为大于 0 且不超过 1000000000 的兆字节数"_s);
+}
+
+TEST_F(BatchQueueFile, a_dry_run_refuses_the_same_values)
+{
+    installQuickTools();
+    m_films.write(u"film.mp4"_s, "a film");
+    writeQueue({entry(u"film.mp4"_s, atSpeed(0)), entry(u"film.mp4"_s, atSpeed(2))});
+
+    const CommandResult result = run({u"--dry-run"_s});
+
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(entries(result.out, u"failed"_s), QList<qint64>{0});
+    EXPECT_EQ(entries(result.out, u"plan"_s), QList<qint64>{1});
+}
+
 TEST_F(BatchQueueFile, an_input_that_may_not_be_read_exits_with_65)
 {
     const QString film = makeFilm(u"film.mp4"_s);
@@ -631,9 +695,7 @@ TEST_F(BatchQueueFile, numbers_beyond_all_sense_end_as_failures)
         hostile += entry(u"film.mp4"_s, under(megabytes));
     }
     for (const double speed : {0.0, -1.0, 1e300}) {
-        AdjustParams params;
-        params.speed = speed;
-        hostile += entry(u"film.mp4"_s, params);
+        hostile += entry(u"film.mp4"_s, atSpeed(speed));
     }
     ExtractParams noSuchTrack;
     noSuchTrack.audioTrackIndex = std::numeric_limits<qint64>::max();
@@ -687,6 +749,10 @@ TEST_F(BatchQueueFile, what_is_no_queue_is_refused_in_bounded_time_and_memory)
         {"half a character", with("film.mp4", "\\ud800.mp4")},
         {"NUL in a text", with("film.mp4", "film.mp4\\u0000.txt")},
         {"NUL in the file", good + '\0'},
+        {"two paths", with("\"path\"", "\"path\": \"/missing.mp4\", \"path\"")},
+        {"two rates, spelt differently",
+         with("\"format\"", "\"bitr\\u0061teKbps\": 1, \"format\"")},
+        {"many equal keys", "[{" + QByteArray("\"a\":0,").repeated(1'000'000) + "\"a\":0}]"},
         {"bytes that are no UTF-8", with("film.mp4", "\xff.mp4")},
     };
     for (const Case &each : cases) {
@@ -717,17 +783,6 @@ TEST_F(BatchQueueFile, a_queue_that_is_no_regular_file_is_refused)
     QDir().rmdir(m_films.path(u"queue.json"_s));
     ASSERT_EQ(::mkfifo(m_films.path(u"queue.json"_s).toUtf8().constData(), 0600), 0);
     EXPECT_EQ(run({u"--entry"_s, u"0"_s}).exitCode, 65) << "a pipe is not waited for";
-}
-
-// Which one counts matters less than that no reader of ours sees it otherwise.
-TEST_F(BatchQueueFile, the_last_of_two_equal_keys_counts)
-{
-    makeFilm(u"film.mp4"_s, {.seconds = 1});
-    const QByteArray good = QueueFile::encode({entry(u"film.mp4"_s)});
-    m_films.write(u"queue.json"_s,
-                  QByteArray(good).replace("\"path\"", "\"path\": \"/missing.mp4\", \"path\""));
-
-    EXPECT_EQ(run({u"--entry"_s, u"0"_s}).exitCode, 0);
 }
 
 TEST_F(BatchQueueFileSignal, SIGTERM_in_the_middle_tells_every_entry_that_was_not_done)

@@ -135,6 +135,15 @@ TEST(FieldAssignment, a_list_is_JSON_and_an_error_in_it_names_the_place)
     EXPECT_EQ(refusal<TrimParams>(u"segments"_s, u"1-3"_s), u"segments: a list is expected"_s);
 }
 
+TEST(FieldAssignment, a_key_that_stands_twice_in_an_object_is_refused_and_named)
+{
+    EXPECT_EQ(refusal<TrimParams>(u"segments"_s,
+                                  u"[{\"start\":1,\"end\":3},{\"start\":5,\"end\":6,\"end\":7}]"_s),
+              u"segments: the key \"end\" stands twice in one object"_s);
+    EXPECT_EQ(refusal(u"advanced.crop"_s, u"{\"aspect\":\"free\",\"\\u0061spect\":\"free\"}"_s),
+              u"advanced.crop: the key \"aspect\" stands twice in one object"_s);
+}
+
 TEST(FieldAssignment, an_unknown_field_is_named_with_its_path)
 {
     EXPECT_EQ(refusal(u"foo"_s, u"1"_s), u"foo: there is no such field"_s);

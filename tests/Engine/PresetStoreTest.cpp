@@ -20,6 +20,7 @@
 #include <algorithm>
 #include <limits>
 #include <random>
+#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -76,6 +77,30 @@ protected:
         EXPECT_TRUE(QFile::setPermissions(m_saver, permissions));
     }
 
+    // Lets a program save some times and kills it at a random moment of the next save; gives the
+    // number of the last one that it told of.
+    qint64 killAmidSaves(const QStringList &options)
+    {
+        QProcess saver;
+        QByteArray told;
+        QElapsedTimer clock;
+        clock.start();
+        saver.start(m_saver, QStringList{m_folder.path()} + options);
+        // Its first line tells of the start.
+        while (told.count('\n') <= savesBeforeAKill && saver.waitForReadyRead(20'000)) {
+            if (told.isEmpty()) {
+                clock.start();
+            }
+            told += saver.readAllStandardOutput();
+        }
+        const auto aSave = static_cast<double>(clock.nsecsElapsed()) / 1000 / savesBeforeAKill;
+        ::usleep(static_cast<useconds_t>(m_shares(m_random) * aSave));
+        saver.kill();
+        EXPECT_TRUE(saver.waitForFinished());
+        told += saver.readAllStandardOutput();
+        return told.trimmed().split('\n').last().toLongLong();
+    }
+
     // The numbers of the saves that a whole list stands for: the latest under each name.
     static QList<qint64> savesIn(const PresetStore &store)
     {
@@ -91,6 +116,10 @@ protected:
                                                       QFile::ReadOther | QFile::ExeOther |
                                                       QFile::ReadUser | QFile::ExeUser;
     static constexpr int names = 40;
+    static constexpr int savesBeforeAKill = 2;
+    // The same moments in each run.
+    std::mt19937 m_random{1}; // NOLINT(cert-msc51-cpp)
+    std::uniform_real_distribution<double> m_shares{0, 1};
     const TempFolder m_tools;
     const QString m_saver = m_tools.path(u"preset_saver"_s);
 };
@@ -338,6 +367,10 @@ TEST_F(PresetStoreFiles, a_broken_file_is_an_empty_list_and_stays_until_the_next
         '[' + presetText("1", "\xed\xa0\x80", "2026-01-01T00:00:00Z") + ']',
         '[' + presetText("1", "a\0b"_ba, "2026-01-01T00:00:00Z") + ']',
         '[' + good + "]\0"_ba,
+        '[' + good.chopped(1) + R"(,"name":"one"}])",
+        '[' + good.chopped(1) + R"(,"n\u0061me":"two"}])",
+        '[' + good.chopped(1) + R"(,"unknown":[{"a":1,"a":1}]}])",
+        '[' + QByteArray(good).replace(R"("width":)", R"("width":1,"width":)") + ']',
         '[' +
             presetText("1", "one", "2026-01-01T00:00:00Z",
                        QByteArray(both).replace("480", "1e999")) +
@@ -459,30 +492,33 @@ TEST_F(PresetStoreFiles, a_save_removes_what_killed_ones_left_and_nothing_else)
     EXPECT_EQ(m_folder.names(), expected);
 }
 
-TEST_F(PresetStoreTrouble, a_program_killed_while_it_saves_leaves_an_old_list_or_a_new_one)
+TEST_F(PresetStoreTrouble, a_program_killed_while_it_saves_leaves_the_old_list_or_the_new_one)
 {
     ASSERT_EQ(runCommand(m_saver, {m_folder.path(), QString::number(names)}).exitCode, 0);
-    std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same moments in each run
-    qint64 latest = names;
-    for (int round = 0; round < 60; ++round) {
-        QProcess saver;
-        saver.start(m_saver, {m_folder.path()});
-        ASSERT_TRUE(saver.waitForReadyRead(20'000));
-        ::usleep(static_cast<useconds_t>(random() % 20'000));
-        saver.kill();
-        ASSERT_TRUE(saver.waitForFinished());
+    const QStringList forEver;
+    const QStringList forEverWithNamedFiles{u"1000000000"_s, u"named"_s};
+    constexpr int kills = 250;
+    qint64 saves = 0;
+    int killsWithinASave = 0;
+    for (int kill = 0; kill < kills; ++kill) {
+        const qint64 told = killAmidSaves(kill % 2 == 0 ? forEver : forEverWithNamedFiles);
 
-        const QList<qint64> saves = savesIn(store());
+        const QList<qint64> left = savesIn(store());
+        ASSERT_EQ(left.size(), names) << contentOf(file()).toStdString();
+        ASSERT_EQ(left.last() - left.first(), names - 1);
+        ASSERT_TRUE(left.last() == told || left.last() == told + 1) << told << ' ' << left.last();
+        saves = left.last() - names;
 
-        ASSERT_EQ(saves.size(), names) << contentOf(file()).toStdString();
-        ASSERT_EQ(saves.last() - saves.first(), names - 1);
-        ASSERT_GE(saves.last(), latest);
-        latest = saves.last();
+        killsWithinASave += m_folder.names().size() > 1 ? 1 : 0;
+        store().remove(QUuid());
+        ASSERT_EQ(m_folder.names(), QStringList{u"presets.json"_s});
+        ASSERT_EQ(savesIn(store()), left);
     }
-    EXPECT_GT(latest, names);
-
-    store().remove(QUuid());
-    EXPECT_EQ(m_folder.names(), QStringList{u"presets.json"_s});
+    RecordProperty("kills", kills);
+    RecordProperty("saves", std::to_string(saves));
+    RecordProperty("killsWithinASave", killsWithinASave);
+    EXPECT_GE(saves, 500);
+    EXPECT_GT(killsWithinASave, 0) << "no kill has met a save";
 }
 
 TEST_F(PresetStoreTrouble, a_full_disk_leaves_the_old_list)

@@ -151,6 +151,21 @@ TEST(QueueFile, what_is_no_list_is_refused)
     }
 }
 
+TEST(QueueFile, a_key_that_stands_twice_in_one_object_refuses_all_of_it)
+{
+    for (const QByteArray &twice :
+         {R"("path": "/films/b.mov", "path")"_ba, R"("path": "/films/a.mov", "path")"_ba,
+          R"("p\u0061th": "/films/b.mov", "path")"_ba}) {
+        const QByteArray entry = QByteArray(extractEntry).replace("\"path\"", twice);
+        EXPECT_EQ(refusalOf('[' + extractEntry + ',' + entry + ']'),
+                  u"the key \"path\" stands twice in one object"_s);
+    }
+    const QByteArray deep = QByteArray(extractEntry).replace("\"format\"", "\"bitrateKbps\"");
+    EXPECT_EQ(refusalOf('[' + deep + ']'), u"the key \"bitrateKbps\" stands twice in one object"_s);
+    const QByteArray unknown = extractEntry.chopped(1) + R"(, "note": {"a": 1, "a": 1}})";
+    EXPECT_EQ(refusalOf('[' + unknown + ']'), u"the key \"a\" stands twice in one object"_s);
+}
+
 TEST(QueueFile, what_was_written_is_read)
 {
     const TempFolder folder;

@@ -310,6 +310,8 @@ TEST_F(WatchFolderFile, is_all_or_nothing)
     for (const QByteArray &broken :
          {""_ba, "{}"_ba, '[' + good, '[' + good + ",5]", '[' + good + ",{}]",
           '[' + good.chopped(1) + R"(,"presetID":"five"}])",
+          '[' + good.chopped(1) + R"(,"enabled":true}])",
+          '[' + good.chopped(1) + R"(,"p\u0061th":"/films"}])",
           '[' + QByteArray(good).replace("false", "0") + ']',
           '[' + QByteArray(good).replace("\"/films\"", "5") + ']'}) {
         EXPECT_TRUE(configsIn(broken).isEmpty()) << broken.toStdString();

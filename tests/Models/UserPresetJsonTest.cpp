@@ -314,12 +314,6 @@ TEST(UserPresetJson, half_a_character_is_refused)
     EXPECT_EQ(refusalOf<UserPreset>(presetWith({{u"name"_s, R"("\ud83c\udfac")"}})), u""_s);
 }
 
-TEST(UserPresetJson, of_a_key_that_stands_twice_the_last_one_counts)
-{
-    const QByteArray twice = presetWith({}).chopped(1) + R"(,"name":"Second"})";
-    EXPECT_EQ(Json::decode<UserPreset>(parsed(twice)).name, u"Second"_s);
-}
-
 TEST(UserPresetJson, one_broken_preset_refuses_the_list_and_is_named)
 {
     const QByteArray list =
