@@ -3,7 +3,7 @@
 
 #include "Platform/SilentServices.h"
 
-#include "Platform/DBusSleepInhibitor.h"
+#include "Platform/Bus/DBusSleepInhibitor.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Morvix authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "Platform/DBusSleepInhibitor.h"
+#include "Platform/Bus/DBusSleepInhibitor.h"
 
 #include "Platform/FakeBus.h"
 #include "Platform/FakeBusServices.h"
