@@ -36,7 +36,7 @@ bool isSound(const QString &trash)
     return takesFiles(trash + u"/files"_s) && takesFiles(trash + u"/info"_s);
 }
 
-// Those that the file's disk has already; one of another disk is no place for big films.
+// Those that the file's disk has already, which come before the user's own.
 QStringList trashesOfDisk(const QString &path)
 {
     const QString root = QStorageInfo(path).rootPath();

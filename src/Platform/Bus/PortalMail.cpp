@@ -23,7 +23,7 @@ using Attachments = QList<QDBusUnixFileDescriptor>;
 // What a bus passes on in one message unless it is told otherwise; it throws out who sends more.
 constexpr qsizetype mostAttachments = 16;
 
-// The portal may be one of another view of the files: it is given them open.
+// A path may mean another file to the portal, or none: it is given the files open.
 Attachments opened(const QList<QUrl> &files)
 {
     Attachments attachments;
