@@ -3,7 +3,7 @@
 
 #include "Platform/SilentServices.h"
 
-#include "Platform/DBusSleepInhibitor.h"
+#include "Platform/Bus/DBusSleepInhibitor.h"
 
 namespace {
 
@@ -33,12 +33,40 @@ public:
     void release() override {}
 };
 
+class NoDesktopServices : public DesktopServices
+{
+public:
+    void reveal(const QList<QUrl> &) override {}
+    void open(const QUrl &) override {}
+    bool moveToTrash(const QUrl &) override { return false; }
+    void copyFiles(const QList<QUrl> &) override {}
+    void share(const QList<QUrl> &, const QString &) override {}
+};
+
+class NoLauncherProgress : public LauncherProgress
+{
+public:
+    void setFraction(std::optional<double>) override {}
+};
+
+class NoColorScheme : public ColorScheme
+{
+public:
+    Preference preference() const override { return Preference::none; }
+    std::optional<AccentColor> accentColor() const override { return std::nullopt; }
+};
+
 } // namespace
 
 PlatformServices makeSilentServices()
 {
-    return {std::make_shared<SilentDoneSound>(), std::make_shared<SilentNotifier>(),
-            std::make_shared<AlwaysActive>(), std::make_shared<NoSleepInhibitor>()};
+    return {.doneSound = std::make_shared<SilentDoneSound>(),
+            .notifier = std::make_shared<SilentNotifier>(),
+            .applicationState = std::make_shared<AlwaysActive>(),
+            .sleepInhibitor = std::make_shared<NoSleepInhibitor>(),
+            .desktopServices = std::make_shared<NoDesktopServices>(),
+            .launcherProgress = std::make_shared<NoLauncherProgress>(),
+            .colorScheme = std::make_shared<NoColorScheme>()};
 }
 
 PlatformServices makeHeadlessServices()

@@ -5,8 +5,8 @@
 
 #include "Platform/PlatformServices.h"
 
-/// Services for a program without a desktop: no sound, no message, no hold on the computer's
-/// sleep, and always active.
+/// Services for a program without a desktop: they do nothing, the program is always active, no
+/// colours are preferred, and no file goes to a trash.
 PlatformServices makeSilentServices();
 
 /// The same, but the computer doesn't suspend by itself while it is asked not to.

@@ -3,6 +3,7 @@
 
 #include "AppFixture.h"
 
+#include "Platform/SilentServices.h"
 #include "support/FakeTool.h"
 
 #include <QCoreApplication>
@@ -127,8 +128,12 @@ echo '{"format": {"duration": "10", "size": "2150000"},
 
 PlatformServices recordingServices(const std::shared_ptr<DesktopRecord> &record)
 {
-    return {std::make_shared<RecordingSound>(record), std::make_shared<RecordingNotifier>(record),
-            std::make_shared<RecordedState>(record), std::make_shared<RecordingInhibitor>(record)};
+    PlatformServices services = makeSilentServices();
+    services.doneSound = std::make_shared<RecordingSound>(record);
+    services.notifier = std::make_shared<RecordingNotifier>(record);
+    services.applicationState = std::make_shared<RecordedState>(record);
+    services.sleepInhibitor = std::make_shared<RecordingInhibitor>(record);
+    return services;
 }
 
 // The words outlive the log: a job may change after the test is done with it.

@@ -25,9 +25,7 @@ FakeBus::FakeBus()
 
 FakeBus::~FakeBus()
 {
-    QDBusConnection::disconnectFromBus(m_connectionName);
-    m_daemon.kill();
-    m_daemon.waitForFinished();
+    stop();
 }
 
 QString FakeBus::address() const
@@ -53,6 +51,13 @@ void FakeBus::start()
                    {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + file});
     ASSERT_TRUE(m_daemon.waitForReadyRead()) << "is dbus-daemon installed?";
     ASSERT_TRUE(QDBusConnection::connectToBus(address(), m_connectionName).isConnected());
+}
+
+void FakeBus::stop()
+{
+    QDBusConnection::disconnectFromBus(m_connectionName);
+    m_daemon.kill();
+    m_daemon.waitForFinished();
 }
 
 void FakeBus::freeze() const

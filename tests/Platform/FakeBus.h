@@ -27,6 +27,8 @@ public:
     /// Has the bus run `program` when somebody wants the service. Before start().
     void offer(const QString &service, const QString &program) const;
     void start();
+    /// Ends it; it may be started again, and its services are then to be made anew.
+    void stop();
     /// Stops the bus in its tracks: its socket goes on listening, and nobody answers.
     void freeze() const;
     /// The connection of the services that the test plays.

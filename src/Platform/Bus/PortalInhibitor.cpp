@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Morvix authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "Platform/PortalInhibitor.h"
+#include "Platform/Bus/PortalInhibitor.h"
 
 #include <QCoreApplication>
 #include <QDBusObjectPath>
@@ -23,13 +23,13 @@ QString requestPath(const QDBusPendingCall &answer)
 }
 
 // What is still to be said to the portal outlives the inhibitor, and the program's end at most.
-void keepUntilAnswered(QDBusPendingCallWatcher *call, InhibitorBus *bus)
+void keepUntilAnswered(QDBusPendingCallWatcher *call, BusConnection *bus)
 {
     call->setParent(QCoreApplication::instance());
     bus->setParent(call);
 }
 
-void closeRequest(const QString &path, InhibitorBus *bus)
+void closeRequest(const QString &path, BusConnection *bus)
 {
     const QDBusMessage message = QDBusMessage::createMethodCall(
         portalService, path, u"org.freedesktop.portal.Request"_s, u"Close"_s);
@@ -38,7 +38,7 @@ void closeRequest(const QString &path, InhibitorBus *bus)
     keepUntilAnswered(call, bus);
 }
 
-void closeWhenGranted(QDBusPendingCallWatcher *call, InhibitorBus *bus)
+void closeWhenGranted(QDBusPendingCallWatcher *call, BusConnection *bus)
 {
     QObject::connect(call, &QDBusPendingCallWatcher::finished, call, [call, bus] {
         if (const QString path = requestPath(*call); !path.isEmpty()) {

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Platform/InhibitorBus.h"
+#include "Platform/Bus/BusConnection.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -36,7 +36,7 @@ protected:
     /// Keeps what the service answered; false when that is no hold.
     virtual bool take(const QDBusPendingCall &answer) = 0;
 
-    std::unique_ptr<InhibitorBus> m_bus;
+    std::unique_ptr<BusConnection> m_bus;
     /// Present while the answer is awaited.
     std::unique_ptr<QDBusPendingCallWatcher> m_call;
 

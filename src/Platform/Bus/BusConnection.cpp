@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Morvix authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "Platform/InhibitorBus.h"
+#include "Platform/Bus/BusConnection.h"
 
 #include <algorithm>
 #include <array>
@@ -71,12 +71,12 @@ QString firstLocalEntry(const QString &address)
 QString freshName()
 {
     static int count = 0;
-    return u"morvix-inhibitor-"_s + QString::number(++count);
+    return u"morvix-bus-"_s + QString::number(++count);
 }
 
 } // namespace
 
-InhibitorBus::InhibitorBus(const QString &address, std::chrono::milliseconds limit)
+BusConnection::BusConnection(const QString &address, std::chrono::milliseconds limit)
     : m_address(firstLocalEntry(address))
     , m_name(freshName())
 {
@@ -88,12 +88,12 @@ InhibitorBus::InhibitorBus(const QString &address, std::chrono::milliseconds lim
     });
 }
 
-InhibitorBus::~InhibitorBus()
+BusConnection::~BusConnection()
 {
     QDBusConnection::disconnectFromBus(m_name);
 }
 
-void InhibitorBus::open()
+void BusConnection::open()
 {
     if (!knock()) {
         Q_EMIT failed();
@@ -101,12 +101,12 @@ void InhibitorBus::open()
     }
     m_notifier =
         std::make_unique<QSocketNotifier>(m_socket.fileDescriptor(), QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, &InhibitorBus::readAnswer);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, &BusConnection::readAnswer);
     m_limit.start();
 }
 
 // Local sockets connect at once or not at all: a queue that is full is a bus that hangs.
-bool InhibitorBus::knock()
+bool BusConnection::knock()
 {
     const std::optional<SocketAddress> place = localSocket(m_address);
     if (!place) {
@@ -121,7 +121,7 @@ bool InhibitorBus::knock()
                static_cast<ssize_t>(knockBytes.size());
 }
 
-void InhibitorBus::readAnswer()
+void BusConnection::readAnswer()
 {
     std::array<char, 256> answer{};
     const bool isAlive = ::recv(m_socket.fileDescriptor(), answer.data(), answer.size(), 0) > 0;
@@ -133,7 +133,7 @@ void InhibitorBus::readAnswer()
     }
 }
 
-void InhibitorBus::stopKnocking()
+void BusConnection::stopKnocking()
 {
     m_limit.stop();
     if (m_notifier != nullptr) {
@@ -144,7 +144,7 @@ void InhibitorBus::stopKnocking()
     m_socket = {};
 }
 
-void InhibitorBus::connectToBus()
+void BusConnection::connectToBus()
 {
     if (QDBusConnection::connectToBus(m_address, m_name).isConnected()) {
         Q_EMIT opened();

@@ -19,13 +19,13 @@
 /// QtDBus connects in one go, and at a bus whose socket listens while its process hangs it waits
 /// for ever, with all other connections of the program. So the bus first has to give a sign of
 /// life on a socket of ours; what QtDBus then waits for is a millisecond.
-class InhibitorBus : public QObject
+class BusConnection : public QObject
 {
     Q_OBJECT
 
 public:
-    InhibitorBus(const QString &address, std::chrono::milliseconds limit);
-    ~InhibitorBus() override;
+    BusConnection(const QString &address, std::chrono::milliseconds limit);
+    ~BusConnection() override;
 
     /// Answers once, by opened() or failed(), at the earliest from within.
     void open();

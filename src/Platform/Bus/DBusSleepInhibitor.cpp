@@ -1,26 +1,24 @@
 // SPDX-FileCopyrightText: 2026 The Morvix authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "Platform/DBusSleepInhibitor.h"
+#include "Platform/Bus/DBusSleepInhibitor.h"
 
-#include "Platform/LoginInhibitor.h"
-#include "Platform/PortalInhibitor.h"
+#include "Platform/Bus/LoginInhibitor.h"
+#include "Platform/Bus/PortalInhibitor.h"
+#include "Platform/Bus/SessionBus.h"
 
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
-// Where the variables are missing, the well-known sockets are looked at and nothing else: QtDBus's
+// Where the variable is missing, the well-known socket is looked at and nothing else: QtDBus's
 // own search would go on to start a session bus.
 InhibitorBuses InhibitorBuses::ofDesktop()
 {
     InhibitorBuses buses;
     buses.systemAddress =
         qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS", u"unix:path=/run/dbus/system_bus_socket"_s);
-    const QString runtimeDirectory = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const QString userBus =
-        runtimeDirectory.isEmpty() ? QString() : u"unix:path="_s + runtimeDirectory + u"/bus"_s;
-    buses.sessionAddress = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS", userBus);
+    buses.sessionAddress = SessionBus::addressOfDesktop();
     return buses;
 }
 

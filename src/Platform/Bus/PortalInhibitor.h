@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Platform/BusInhibitor.h"
+#include "Platform/Bus/BusInhibitor.h"
 
 /// A hold from the desktop portal: an object of the portal's, given back by closing it. It also
 /// goes with the connection.

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Morvix authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "Platform/BusInhibitor.h"
+#include "Platform/Bus/BusInhibitor.h"
 
 BusInhibitor::BusInhibitor(const QString &address, std::chrono::milliseconds busLimit,
                            std::chrono::milliseconds answerLimit)
-    : m_bus(std::make_unique<InhibitorBus>(address, busLimit))
+    : m_bus(std::make_unique<BusConnection>(address, busLimit))
     , m_answerLimit(answerLimit)
 {
 }
@@ -14,8 +14,8 @@ BusInhibitor::~BusInhibitor() = default;
 
 void BusInhibitor::ask(const QString &reason)
 {
-    connect(m_bus.get(), &InhibitorBus::opened, this, [this, reason] { send(reason); });
-    connect(m_bus.get(), &InhibitorBus::failed, this, &BusInhibitor::refused);
+    connect(m_bus.get(), &BusConnection::opened, this, [this, reason] { send(reason); });
+    connect(m_bus.get(), &BusConnection::failed, this, &BusInhibitor::refused);
     m_bus->open();
 }
 

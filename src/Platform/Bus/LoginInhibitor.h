@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Platform/BusInhibitor.h"
+#include "Platform/Bus/BusInhibitor.h"
 
 #include <QDBusUnixFileDescriptor>
 

@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Morvix authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "Platform/DBusSleepInhibitor.h"
+#include "Platform/Bus/DBusSleepInhibitor.h"
 
 #include "Platform/FakeBus.h"
 #include "Platform/FakeBusServices.h"
+#include "Platform/MessageListener.h"
 #include "support/FakeTool.h"
 
 #include <QProcess>
@@ -26,26 +27,6 @@ QStringList loginCall(const QString &why)
 {
     return {u"sleep"_s, u"Morvix"_s, why, u"block"_s};
 }
-
-// Hears what Qt and we would say on the terminal.
-class Listener
-{
-public:
-    Listener()
-    {
-        heard.clear();
-        m_previous = qInstallMessageHandler(
-            [](QtMsgType, const QMessageLogContext &, const QString &text) { heard += text; });
-    }
-    Listener(const Listener &) = delete;
-    Listener &operator=(const Listener &) = delete;
-    ~Listener() { qInstallMessageHandler(m_previous); }
-
-    static inline QStringList heard;
-
-private:
-    QtMessageHandler m_previous = nullptr;
-};
 
 class SleepInhibitorTest : public ::testing::Test
 {
@@ -339,7 +320,7 @@ TEST_F(SleepInhibitorTest, a_portal_that_does_not_run_is_started)
 
 TEST_F(SleepInhibitorTest, where_everybody_refuses_nothing_is_said_and_the_next_hold_asks_again)
 {
-    const Listener listener;
+    const MessageListener listener;
     const FakeBusLogin &manager = login(FakeAnswer::refuse);
     const FakeBusPortal &desktop = portal(FakeAnswer::refuse);
     DBusSleepInhibitor inhibitor(buses());
@@ -356,7 +337,7 @@ TEST_F(SleepInhibitorTest, where_everybody_refuses_nothing_is_said_and_the_next_
 
 TEST_F(SleepInhibitorTest, without_a_bus_nothing_is_said_and_one_that_comes_later_is_found)
 {
-    const Listener listener;
+    const MessageListener listener;
     DBusSleepInhibitor inhibitor(buses());
     inhibitor.hold(reason);
     inhibitor.release();

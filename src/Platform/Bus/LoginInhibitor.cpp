@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Morvix authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "Platform/LoginInhibitor.h"
+#include "Platform/Bus/LoginInhibitor.h"
 
 #include <QDBusPendingReply>
 

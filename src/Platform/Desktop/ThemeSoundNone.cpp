@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "Platform/Desktop/ThemeSound.h"
+
+// For builds without a library for sounds.
+struct ThemeSound::Player {
+};
+
+ThemeSound::ThemeSound() = default;
+ThemeSound::~ThemeSound() = default;
+
+bool ThemeSound::play(const char *)
+{
+    return false;
+}
