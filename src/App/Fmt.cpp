@@ -7,6 +7,7 @@
 
 #include <QLatin1StringView>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -16,6 +17,8 @@ namespace {
 
 constexpr double leastSaving = 0.01;
 constexpr double roundingOfDoubles = 1e-12;
+// Some three hundred million years; what is longer wouldn't fit an integer.
+constexpr double mostSeconds = 1e16;
 
 struct Unit {
     QLatin1StringView name;
@@ -49,6 +52,18 @@ QString number(double value, int decimals, const QLocale &locale)
 }
 
 } // namespace
+
+QString Fmt::time(double seconds)
+{
+    // Asked this way round, what isn't a number counts as 0 as well.
+    const double held = seconds > 0 ? std::min(seconds, mostSeconds) : 0;
+    const auto whole = static_cast<qint64>(held);
+    const auto twoDigits = [](qint64 value) { return u"%1"_s.arg(value, 2, 10, QChar(u'0')); };
+    const qint64 minutes = whole / 60;
+    const QString end = u':' + twoDigits(whole % 60);
+    return minutes < 60 ? QString::number(minutes) + end
+                        : QString::number(minutes / 60) + u':' + twoDigits(minutes % 60) + end;
+}
 
 QString Fmt::bytes(qint64 count, const QLocale &locale)
 {

@@ -11,6 +11,10 @@
 /// The texts of numbers as the user reads them.
 namespace Fmt {
 
+/// A length or a place in a film in whole seconds, the rest cut off: "0:07", "12:05", "1:02:03".
+/// What is negative counts as 0.
+QString time(double seconds);
+
 /// A size in decimal units: "Zero KB", "1 byte", "999 bytes", "12 KB", "3.4 MB", "1.25 GB". The
 /// unit is chosen after rounding, so 999,950 bytes are "1 MB".
 QString bytes(qint64 count, const QLocale &locale = QLocale::system());

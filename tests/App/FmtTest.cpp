@@ -29,6 +29,40 @@ void expectTexts(const std::vector<Case> &cases, const QLocale &locale)
 
 } // namespace
 
+TEST(Fmt, times_under_an_hour_are_minutes_and_seconds)
+{
+    const std::vector<std::pair<double, QString>> cases{
+        {0, u"0:00"_s},  {7, u"0:07"_s},   {59, u"0:59"_s},   {60, u"1:00"_s},
+        {83, u"1:23"_s}, {599, u"9:59"_s}, {600, u"10:00"_s}, {3599, u"59:59"_s},
+    };
+    for (const auto &[seconds, text] : cases) {
+        EXPECT_EQ(Fmt::time(seconds), text) << seconds;
+    }
+}
+
+TEST(Fmt, times_from_an_hour_on_are_hours_minutes_and_seconds)
+{
+    const std::vector<std::pair<double, QString>> cases{
+        {3600, u"1:00:00"_s},
+        {3723, u"1:02:03"_s},
+        {36'000, u"10:00:00"_s},
+        {360'000, u"100:00:00"_s},
+    };
+    for (const auto &[seconds, text] : cases) {
+        EXPECT_EQ(Fmt::time(seconds), text) << seconds;
+    }
+}
+
+TEST(Fmt, times_are_cut_to_whole_seconds_and_never_negative)
+{
+    EXPECT_EQ(Fmt::time(59.999), u"0:59"_s);
+    EXPECT_EQ(Fmt::time(3599.999), u"59:59"_s);
+    EXPECT_EQ(Fmt::time(-0.5), u"0:00"_s);
+    EXPECT_EQ(Fmt::time(-100), u"0:00"_s);
+    EXPECT_EQ(Fmt::time(std::numeric_limits<double>::quiet_NaN()), u"0:00"_s);
+    EXPECT_EQ(Fmt::time(std::numeric_limits<double>::infinity()), Fmt::time(1e300));
+}
+
 TEST(Fmt, less_than_a_kilobyte_is_told_in_bytes)
 {
     expectTexts({{0, u"Zero KB"_s},

@@ -17,6 +17,8 @@ public:
     void setSymbol(const QString &name);
     /// Changes the words only when they differ. They break into lines where the width ends.
     void setWords(const QString &words);
+    /// Where the words begin, for what stands under them.
+    int wordsLeft() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -30,7 +32,6 @@ protected:
 
 private:
     QRect trackRect() const;
-    int wordsLeft() const;
     void paintTrack(QPainter &painter) const;
 
     QString m_symbol;
