@@ -3,6 +3,7 @@
 
 #include "ViewFixture.h"
 
+#include "Views/Controls/Switch.h"
 #include "Views/View.h"
 
 #include <QApplication>
@@ -18,6 +19,12 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int onTheTrack = 20;
+
+} // namespace
 
 void ReadyDialogs::openFiles(QWidget *, Kind kind, Count count, const Chosen &chosen)
 {
@@ -85,7 +92,9 @@ void ViewFixture::settle()
 void ViewFixture::click(QWidget *widget)
 {
     ASSERT_NE(widget, nullptr);
-    click(widget, widget->rect().center());
+    // A switch is as wide as its place, but only its track and its words can be hit.
+    const bool isSwitch = qobject_cast<Switch *>(widget) != nullptr;
+    click(widget, isSwitch ? QPoint(onTheTrack, widget->height() / 2) : widget->rect().center());
 }
 
 void ViewFixture::click(QWidget *widget, QPoint position)

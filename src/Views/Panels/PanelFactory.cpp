@@ -3,11 +3,15 @@
 
 #include "Views/Panels/PanelFactory.h"
 
-#include <QWidget>
+#include "Views/Panels/ComingPanel.h"
+#include "Views/Panels/TargetSizePanel.h"
 
 QWidget *makePanel(ActionKind action, const ViewContext &context)
 {
-    Q_UNUSED(action);
-    Q_UNUSED(context);
-    return new QWidget;
+    switch (action) {
+    case ActionKind::targetSize:
+        return new TargetSizePanel(context);
+    default:
+        return new ComingPanel(action, context);
+    }
 }
