@@ -7,6 +7,7 @@
 #include "Entry/AppDelegate.h"
 #include "Platform/DBusSleepInhibitor.h"
 #include "Platform/SilentServices.h"
+#include "Views/Look/Theme.h"
 
 #include <QCoreApplication>
 
@@ -52,6 +53,7 @@ void Program::start()
 
 void Program::launch()
 {
+    Look::apply(Look::schemeOfPalette());
     m_delegate = std::make_unique<AppDelegate>(makeAppModel());
     m_delegate->applicationDidFinishLaunching();
     connectDesktop();

@@ -4,47 +4,45 @@
 #include "Views/DropTarget.h"
 
 #include "App/FileURL.h"
+#include "Views/Look/Metrics.h"
+#include "Views/Look/Painting.h"
+#include "Views/Look/Symbols.h"
+#include "Views/Look/Theme.h"
+#include "Views/Look/Type.h"
 
 #include <QDragEnterEvent>
-#include <QIcon>
 #include <QMimeData>
 #include <QPainter>
 
+#include <algorithm>
 #include <utility>
 
-using namespace Qt::StringLiterals;
+using Look::ColorRole;
 
 namespace {
 
 // Device-independent pixels.
 constexpr int fieldHeight = 52;
 constexpr int leastWidth = 56;
-constexpr int cornerRadius = 10;
-constexpr int symbolSide = 18;
 constexpr int symbolTop = 8;
-constexpr int titleBottom = 7;
-constexpr double borderOpacity = 0.25;
+constexpr int titleBottom = 6;
+constexpr double lineOpacity = 0.3;
 
 struct FieldColors {
     QColor fill;
-    QColor border;
+    QColor line;
     QColor content;
 };
 
-FieldColors fieldColors(const QPalette &palette, bool isHighlighted)
+FieldColors fieldColors(bool isHighlighted)
 {
     if (isHighlighted) {
-        const QColor accent = palette.color(QPalette::Highlight);
-        return {accent, accent, palette.color(QPalette::HighlightedText)};
+        const QColor accent = Look::color(ColorRole::accentFill);
+        return {accent, accent, Look::color(ColorRole::onAccent)};
     }
-    QColor border = palette.color(QPalette::WindowText);
-    border.setAlphaF(borderOpacity);
-    return {palette.color(QPalette::Window), border, palette.color(QPalette::WindowText)};
-}
-
-QIcon symbol(const QString &name)
-{
-    return QIcon(u":/symbols/"_s + name + u".svg"_s);
+    const QColor window = Look::color(ColorRole::window);
+    return {window, Look::blended(Look::color(ColorRole::secondaryText), lineOpacity, window),
+            Look::color(ColorRole::text)};
 }
 
 } // namespace
@@ -55,6 +53,7 @@ DropTarget::DropTarget(QString symbolName, QWidget *parent)
 {
     setAcceptDrops(true);
     setFixedHeight(fieldHeight);
+    setFont(Look::font(Look::TextSize::caption));
 }
 
 void DropTarget::setTitle(const QString &title)
@@ -79,7 +78,7 @@ void DropTarget::setHighlighted(bool highlighted)
 
 QSize DropTarget::sizeHint() const
 {
-    const int titleWidth = fontMetrics().horizontalAdvance(m_title) + 2 * cornerRadius;
+    const int titleWidth = fontMetrics().horizontalAdvance(m_title) + 2 * Look::Space::small;
     return {std::max(titleWidth, leastWidth), fieldHeight};
 }
 
@@ -113,16 +112,16 @@ void DropTarget::dropEvent(QDropEvent *event)
 
 void DropTarget::paintEvent(QPaintEvent *)
 {
-    const FieldColors colors = fieldColors(palette(), m_isHighlighted);
+    const FieldColors colors = fieldColors(m_isHighlighted);
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(colors.border);
-    painter.setBrush(colors.fill);
-    // The line is a pixel wide and lies on its path's middle.
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius,
-                            cornerRadius);
-    symbol(m_symbolName)
-        .paint(&painter, (width() - symbolSide) / 2, symbolTop, symbolSide, symbolSide);
+    Look::paintBox(painter, rect(),
+                   {.fill = colors.fill,
+                    .line = colors.line,
+                    .lineWidth = Look::hairlineWidth,
+                    .radius = Look::Radius::card});
+    const int side = Look::SymbolSize::large;
+    painter.drawPixmap((width() - side) / 2, symbolTop,
+                       Look::symbolPixmap(m_symbolName, colors.content, side, devicePixelRatio()));
     painter.setPen(colors.content);
     painter.drawText(rect().adjusted(0, 0, 0, -titleBottom), Qt::AlignHCenter | Qt::AlignBottom,
                      m_title);

@@ -4,10 +4,11 @@
 #include "Views/FloatingDropZoneView.h"
 
 #include "App/AppModel.h"
+#include "Views/Controls/TextLabel.h"
 #include "Views/DropTarget.h"
+#include "Views/Look/Metrics.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QVBoxLayout>
 
 #include <array>
@@ -15,10 +16,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Device-independent pixels.
-constexpr int margin = 12;
-constexpr int spacing = 8;
 
 struct FieldRow {
     const char *titleKey;
@@ -39,12 +36,14 @@ constexpr auto fieldRows = std::to_array<FieldRow>({
 FloatingDropZoneView::FloatingDropZoneView(AppModel &appModel, QWidget *parent)
     : QWidget(parent)
     , m_appModel(appModel)
-    , m_hint(new QLabel(this))
+    , m_hint(new TextLabel(Look::TextSize::caption, Look::ColorRole::secondaryText, QFont::Normal,
+                           this))
 {
     m_hint->setAlignment(Qt::AlignCenter);
     auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(margin, margin, margin, margin);
-    column->setSpacing(spacing);
+    column->setContentsMargins(Look::Space::medium, Look::Space::medium, Look::Space::medium,
+                               Look::Space::medium);
+    column->setSpacing(Look::Space::small);
     column->addStretch();
     column->addWidget(m_hint);
     column->addWidget(buildFields());
@@ -58,7 +57,7 @@ QWidget *FloatingDropZoneView::buildFields()
     auto *fields = new QWidget(this);
     auto *row = new QHBoxLayout(fields);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(spacing);
+    row->setSpacing(Look::Space::small);
     for (const FieldRow &field : fieldRows) {
         DropTarget *target = buildField(field.action, QString::fromLatin1(field.symbolName));
         row->addWidget(target, 1);

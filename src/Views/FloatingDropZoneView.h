@@ -12,7 +12,7 @@
 
 class AppModel;
 class DropTarget;
-class QLabel;
+class TextLabel;
 
 /// What the floating drop zone shows: a hint over five fields, each of which runs its quick action
 /// on the files that are dropped on it.
@@ -39,7 +39,7 @@ private:
     void refreshTexts();
 
     AppModel &m_appModel;
-    QLabel *m_hint;
+    TextLabel *m_hint;
     std::vector<Field> m_fields;
     std::optional<QuickAction> m_hovered;
 };

@@ -115,7 +115,10 @@ await_gate() { if [ -p "$in.gate" ]; then read -r go < "$in.gate"; fi; }
 result() { head -c "$1" /dev/zero > "$out"; }
 )";
 
+// A film may tell of itself in a file beside it.
 const QByteArray fakeProbe = R"(#!/bin/sh
+for film in "$@"; do :; done
+if [ -f "$film.json" ]; then exec cat "$film.json"; fi
 echo '{"format": {"duration": "10", "size": "2150000"},
        "streams": [{"index": 0, "codec_type": "video", "codec_name": "h264", "width": 640, "height": 360}]}'
 )";

@@ -93,10 +93,11 @@ protected:
     AppFixture();
     ~AppFixture() override;
 
-    /// Puts a shell script in ffmpeg's place, and one in ffprobe's that knows every film. The
-    /// script lists libx264 among the encoders when it is asked for them and otherwise does what
-    /// the body says. There, "$in" is the input, "$out" the last argument and "$run" the number of
-    /// the run, counted from 1 (of use to jobs that run one by one); `progress 2500000` reports
+    /// Puts a shell script in ffmpeg's place, and one in ffprobe's that knows every film (a film
+    /// may have what ffprobe would say of it beside it, under its name and ".json"). The script
+    /// lists libx264 among the encoders when it is asked for them and otherwise does what the body
+    /// says. There, "$in" is the input, "$out" the last argument and "$run" the number of the run,
+    /// counted from 1 (of use to jobs that run one by one); `progress 2500000` reports
     /// microseconds, `await_gate` waits for the film's Gate where there is one, and `result 950000`
     /// writes an output of so many bytes.
     void installFFmpeg(const QByteArray &body);

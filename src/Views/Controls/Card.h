@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QVBoxLayout>
+#include <QWidget>
+
+/// A raised region that holds what belongs together.
+class Card : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Card(QWidget *parent = nullptr);
+
+    /// Where the contents go, top to bottom.
+    QVBoxLayout *column() { return m_column; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QVBoxLayout *m_column;
+};

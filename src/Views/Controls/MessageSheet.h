@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "Views/Controls/Sheet.h"
+
+#include <QString>
+
+/// A short message with one button, or a question with two. Answers at most once.
+class MessageSheet : public Sheet
+{
+    Q_OBJECT
+
+public:
+    /// The button that only takes the sheet away.
+    struct Words {
+        QString title;
+        QString message;
+        QString dismissal;
+        /// What the question is about to do; empty for a plain message.
+        QString action;
+    };
+
+    MessageSheet(QWidget *over, const Words &words);
+
+Q_SIGNALS:
+    /// The person chose the action.
+    void accepted();
+};

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "Views/Controls/TextLabel.h"
+
+#include <QStyle>
+
+namespace {
+
+constexpr char colorProperty[] = "colorRole";
+
+} // namespace
+
+TextLabel::TextLabel(Look::TextSize size, Look::ColorRole color, QFont::Weight weight,
+                     QWidget *parent)
+    : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setFont(Look::font(size, weight));
+    setProperty(colorProperty, static_cast<int>(color));
+}
+
+void TextLabel::setColorRole(Look::ColorRole color)
+{
+    if (property(colorProperty).toInt() == static_cast<int>(color)) {
+        return;
+    }
+    setProperty(colorProperty, static_cast<int>(color));
+    // The stylesheet looks at properties only while it polishes.
+    style()->unpolish(this);
+    style()->polish(this);
+}
+
+TextLabel *TextLabel::wrapping()
+{
+    setWordWrap(true);
+    return this;
+}

@@ -1,0 +1,227 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "ViewFixture.h"
+
+#include "Views/View.h"
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QDragMoveEvent>
+#include <QDropEvent>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+void ReadyDialogs::openFiles(QWidget *, Kind kind, Count count, const Chosen &chosen)
+{
+    const auto word = [kind] {
+        switch (kind) {
+        case Kind::audioVisual:
+            return u"audioVisual"_s;
+        case Kind::audio:
+            return u"audio"_s;
+        case Kind::json:
+            return u"json"_s;
+        }
+        Q_UNREACHABLE();
+    };
+    opened += (count == Count::any ? u"any "_s : u"one "_s) + word();
+    if (!answer.isEmpty()) {
+        chosen(answer);
+    }
+}
+
+void ReadyDialogs::openFolder(QWidget *, const Chosen &chosen)
+{
+    opened += u"folder"_s;
+    if (!answer.isEmpty()) {
+        chosen(answer);
+    }
+}
+
+void RecordingDesktopServices::note(QStringView call, const QList<QUrl> &files)
+{
+    QString line = call.toString();
+    for (const QUrl &file : files) {
+        line += u' ' + file.fileName();
+    }
+    calls += line;
+}
+
+ViewFixture::ViewFixture() = default;
+
+ViewFixture::~ViewFixture()
+{
+    m_window.reset();
+}
+
+void ViewFixture::show(QWidget *window, QSize size)
+{
+    m_window.reset(window);
+    m_window->resize(size);
+    m_window->show();
+    m_window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
+    settle();
+}
+
+void ViewFixture::settle()
+{
+    // A refresh may make parts that want a layout, which may make more.
+    for (int i = 0; i < 6; ++i) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+}
+
+void ViewFixture::click(QWidget *widget)
+{
+    ASSERT_NE(widget, nullptr);
+    click(widget, widget->rect().center());
+}
+
+void ViewFixture::click(QWidget *widget, QPoint position)
+{
+    ASSERT_NE(widget, nullptr);
+    // To the window, so that whatever lies above the widget gets the click, as it would.
+    QWidget *window = widget->window();
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, widget->mapTo(window, position));
+    settle();
+}
+
+void ViewFixture::type(QWidget *field, const QString &text)
+{
+    click(field);
+    auto *edit = qobject_cast<QLineEdit *>(field);
+    ASSERT_NE(edit, nullptr);
+    QTest::keySequence(edit, QKeySequence::SelectAll);
+    QTest::keyClick(edit, Qt::Key_Delete);
+    QTest::keyClicks(edit, text);
+    settle();
+}
+
+void ViewFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(m_window->windowHandle(), key, modifiers);
+    settle();
+}
+
+bool ViewFixture::drop(QWidget *target, const QList<QUrl> &urls)
+{
+    QMimeData data;
+    data.setUrls(urls);
+    const QPoint middle = target->rect().center();
+    QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &enter);
+    if (!enter.isAccepted()) {
+        return false;
+    }
+    QDragMoveEvent move(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &move);
+    QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &drop);
+    settle();
+    return drop.isAccepted();
+}
+
+QString ViewFixture::nameOf(const QWidget *widget)
+{
+    if (!widget->accessibleName().isEmpty()) {
+        return widget->accessibleName();
+    }
+    return widget->property("text").toString();
+}
+
+QStringList ViewFixture::visibleTexts() const
+{
+    QStringList texts;
+    for (const QWidget *widget : m_window->findChildren<QWidget *>()) {
+        if (!widget->isVisible()) {
+            continue;
+        }
+        const QString name = nameOf(widget);
+        if (!name.isEmpty()) {
+            texts += name;
+        }
+        if (const auto *edit = qobject_cast<const QLineEdit *>(widget)) {
+            texts += edit->text();
+        }
+    }
+    return texts;
+}
+
+namespace {
+
+QJsonObject videoStream(const FilmFacts &facts)
+{
+    QJsonObject stream{{u"index"_s, 0},
+                       {u"codec_type"_s, u"video"_s},
+                       {u"codec_name"_s, facts.videoCodec},
+                       {u"pix_fmt"_s, facts.hasAlpha ? u"yuva420p"_s : u"yuv420p"_s}};
+    if (facts.width > 0) {
+        stream.insert(u"width"_s, facts.width);
+        stream.insert(u"height"_s, facts.height);
+    }
+    if (facts.fps > 0) {
+        stream.insert(u"avg_frame_rate"_s, QString::number(facts.fps) + u"/1"_s);
+    }
+    if (facts.isHDR) {
+        stream.insert(u"color_transfer"_s, u"smpte2084"_s);
+    }
+    return stream;
+}
+
+QByteArray probeAnswer(const FilmFacts &facts)
+{
+    QJsonArray streams;
+    if (!facts.videoCodec.isEmpty()) {
+        streams.append(videoStream(facts));
+    }
+    const auto append = [&streams](const QString &type, const QStringList &codecs) {
+        for (const QString &codec : codecs) {
+            streams.append(QJsonObject{{u"index"_s, streams.size()},
+                                       {u"codec_type"_s, type},
+                                       {u"codec_name"_s, codec},
+                                       {u"channels"_s, 2}});
+        }
+    };
+    append(u"audio"_s, facts.audioCodecs);
+    append(u"subtitle"_s, facts.subtitleCodecs);
+    const QJsonObject format{{u"duration"_s, QString::number(facts.seconds)},
+                             {u"size"_s, QString::number(facts.bytes)}};
+    return QJsonDocument({{u"format"_s, format}, {u"streams"_s, streams}}).toJson();
+}
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+} // namespace
+
+QUrl ViewFixture::layReady(const QString &name, const FilmFacts &facts)
+{
+    const QUrl url = m_films.url(name);
+    write(url.toLocalFile(), "film");
+    write(url.toLocalFile() + u".json"_s, probeAnswer(facts));
+    return url;
+}
+
+VideoFile ViewFixture::take(const QString &name, const FilmFacts &facts)
+{
+    takeIn(layReady(name, facts));
+    if (m_window) {
+        settle();
+    }
+    return m_model->files().isEmpty() ? VideoFile() : m_model->files().last();
+}
