@@ -45,6 +45,13 @@ FieldColors fieldColors(bool isHighlighted)
             Look::color(ColorRole::text)};
 }
 
+// Whatever the other side would rather do: the files stay where they are.
+void acceptCopy(QDropEvent &event)
+{
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
 } // namespace
 
 DropTarget::DropTarget(QString symbolName, QWidget *parent)
@@ -90,11 +97,15 @@ QSize DropTarget::minimumSizeHint() const
 void DropTarget::dragEnterEvent(QDragEnterEvent *event)
 {
     if (event->mimeData()->hasUrls()) {
-        // Whatever the other side would rather do: the files stay where they are.
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
+        acceptCopy(*event);
         Q_EMIT hoverBegan();
     }
+}
+
+// Comes only behind an accepted enter.
+void DropTarget::dragMoveEvent(QDragMoveEvent *event)
+{
+    acceptCopy(*event);
 }
 
 void DropTarget::dragLeaveEvent(QDragLeaveEvent *)
@@ -104,8 +115,7 @@ void DropTarget::dragLeaveEvent(QDragLeaveEvent *)
 
 void DropTarget::dropEvent(QDropEvent *event)
 {
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    acceptCopy(*event);
     Q_EMIT hoverEnded();
     Q_EMIT filesDropped(FileURL::filesAmong(event->mimeData()->urls()));
 }

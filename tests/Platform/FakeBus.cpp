@@ -26,6 +26,11 @@ FakeBus::FakeBus()
 FakeBus::~FakeBus()
 {
     QDBusConnection::disconnectFromBus(m_connectionName);
+    stop();
+}
+
+void FakeBus::stop()
+{
     m_daemon.kill();
     m_daemon.waitForFinished();
 }

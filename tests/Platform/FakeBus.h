@@ -29,6 +29,8 @@ public:
     void start();
     /// Stops the bus in its tracks: its socket goes on listening, and nobody answers.
     void freeze() const;
+    /// Ends the bus: everybody on it is cut off.
+    void stop();
     /// The connection of the services that the test plays.
     QDBusConnection connection() const { return QDBusConnection(m_connectionName); }
 
