@@ -68,7 +68,10 @@ void AppDelegate::applicationDidFinishLaunching()
     makeMainWindow();
     m_window->bringToFront();
     // Behind the first look at the window.
-    QTimer::singleShot(0, m_appModel.get(), &AppModel::checkHardwareEncoders);
+    QTimer::singleShot(0, this, [this] {
+        QApplication::setWindowIcon(QIcon(u":/app.morvix.Morvix.svg"_s));
+        m_appModel->checkHardwareEncoders();
+    });
 }
 
 void AppDelegate::buildMenu()
