@@ -21,7 +21,22 @@
 
 using namespace Qt::StringLiterals;
 
+// A static library's resources are registered by whoever wants them; the macro allows no namespace.
+static void initResources()
+{
+    Q_INIT_RESOURCE(morvix);
+}
+
 namespace {
+
+// Device-independent pixels.
+constexpr int aboutIconSide = 64;
+
+QIcon applicationIcon()
+{
+    initResources();
+    return QIcon(u":/app.morvix.Morvix.svg"_s);
+}
 
 QWidget *makeRootView(AppModel &)
 {
@@ -69,7 +84,7 @@ void AppDelegate::applicationDidFinishLaunching()
     m_window->bringToFront();
     // Behind the first look at the window.
     QTimer::singleShot(0, this, [this] {
-        QApplication::setWindowIcon(QIcon(u":/app.morvix.Morvix.svg"_s));
+        QApplication::setWindowIcon(applicationIcon());
         m_appModel->checkHardwareEncoders();
     });
 }
@@ -115,7 +130,7 @@ void AppDelegate::orderFrontStandardAboutPanel()
     auto *panel = new QMessageBox(QMessageBox::NoIcon, u"About Morvix"_s,
                                   u"<h3>Morvix</h3><p>Version " MORVIX_VERSION "</p>"_s,
                                   QMessageBox::Ok, m_window.get());
-    panel->setIconPixmap(QApplication::windowIcon().pixmap(64));
+    panel->setIconPixmap(applicationIcon().pixmap(aboutIconSide));
     panel->setAttribute(Qt::WA_DeleteOnClose);
     panel->open();
 }

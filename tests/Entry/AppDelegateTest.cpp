@@ -248,6 +248,7 @@ TEST_F(Delegate, the_about_box_tells_the_version_and_goes_when_it_is_closed)
     ASSERT_TRUE(box);
     EXPECT_TRUE(box->isVisible());
     EXPECT_TRUE(box->text().contains(u"Version 0."_s)) << box->text().toStdString();
+    EXPECT_FALSE(box->iconPixmap().isNull());
     box->close();
     EXPECT_TRUE(QTest::qWaitFor([&] { return box.isNull(); }));
 }
