@@ -17,6 +17,7 @@
 #include "Models/ActionKind.h"
 #include "Models/Job.h"
 #include "Models/JobPlan.h"
+#include "Models/QuickAction.h"
 #include "Models/UserPreset.h"
 #include "Models/VideoFile.h"
 #include "Platform/PlatformServices.h"
@@ -162,6 +163,9 @@ public:
     void enqueue(const JobMode &mode, Scope scope);
     /// Adds one job.
     void enqueueProbed(const VideoFile &file, const JobMode &mode);
+    /// Takes the files in and adds a job with the action's defaults for each as its probe ends.
+    /// Opens the queue at once.
+    void runQuickAction(QuickAction action, const QList<QUrl> &urls);
     /// Adds one job over at least two files.
     void enqueueMerge(const JobMode &mode, const QList<VideoFile> &files);
     /// A waiting job is cancelled. A running one has its step ended, which then fails like any

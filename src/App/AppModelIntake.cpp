@@ -94,6 +94,13 @@ void AppModel::takeProbed(const std::optional<VideoFile> &file, const OnProbed &
     }
 }
 
+void AppModel::runQuickAction(QuickAction action, const QList<QUrl> &urls)
+{
+    addURLs(urls,
+            [this, mode = jobMode(action)](const VideoFile &file) { enqueueProbed(file, mode); });
+    setShowQueue(true);
+}
+
 void AppModel::removeFile(const QUuid &id)
 {
     const qsizetype removed =

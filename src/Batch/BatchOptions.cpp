@@ -3,8 +3,8 @@
 
 #include "Batch/BatchOptions.h"
 
+#include "App/FileURL.h"
 #include "Batch/FieldAssignment.h"
-#include "Batch/FileArgument.h"
 #include "Batch/ParamsCheck.h"
 #include "Engine/Text.h"
 #include "Models/JobParamsJson.h"
@@ -73,7 +73,7 @@ QUrl outputFolder(const QString &path)
         throw UsageError(
             u"--out expects a folder (one whose name begins with a dash is written ./-name)"_s);
     }
-    return FileArgument::url(path);
+    return FileURL::ofPath(path);
 }
 
 qint64 jobCount(const QString &text)
@@ -181,7 +181,7 @@ void takePositionals(BatchOptions &options, QStringList positionals,
         if (path.isEmpty()) {
             throw UsageError(u"a file with an empty name can't be meant"_s);
         }
-        options.files.append(FileArgument::url(path));
+        options.files.append(FileURL::ofPath(path));
     }
     if (options.files.isEmpty()) {
         throw UsageError(u"at least one file is expected"_s);
@@ -217,7 +217,7 @@ BatchOptions BatchOptions::parse(const QStringList &arguments)
     }
     const QStringList positionals = parser.positionalArguments() + split.behind;
     if (positionals.size() == 1 && isQueueFile(positionals.first())) {
-        options.queueFile = FileArgument::url(positionals.first());
+        options.queueFile = FileURL::ofPath(positionals.first());
     } else {
         takePositionals(options, parser.positionalArguments(), split.behind);
     }

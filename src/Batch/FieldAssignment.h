@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Batch/FileArgument.h"
+#include "App/FileURL.h"
 #include "Engine/JsonKeys.h"
 #include "Models/JsonCodec.h"
 
@@ -44,7 +44,7 @@ template <> struct FromText<QUrl> {
     static QJsonValue json(const QString &text)
     {
         const bool isPath = !text.isEmpty() && !text.startsWith(QLatin1StringView("file:/"));
-        return isPath ? Json::encode(FileArgument::url(text)) : QJsonValue(text);
+        return isPath ? Json::encode(FileURL::ofPath(text)) : QJsonValue(text);
     }
 };
 

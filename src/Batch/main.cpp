@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "App/AppModel.h"
+#include "App/ProcessLocale.h"
 #include "App/SignalWatcher.h"
 #include "Batch/BatchOptions.h"
 #include "Batch/BatchRun.h"
@@ -13,24 +14,13 @@
 #include <QCoreApplication>
 #include <QFile>
 
-#include <clocale>
 #include <csignal>
 #include <cstdio>
-#include <langinfo.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// File names are UTF-8; Qt would switch by itself, but not without a warning on every start.
-void useUtf8Locale()
-{
-    std::setlocale(LC_ALL, "");
-    if (qstrcmp(nl_langinfo(CODESET), "UTF-8") != 0) {
-        qputenv("LC_ALL", "C.UTF-8");
-    }
-}
 
 struct Streams {
     QFile out;
@@ -86,7 +76,7 @@ int work(const BatchOptions &options, Streams &streams)
 
 int main(int argc, char *argv[])
 {
-    useUtf8Locale();
+    ProcessLocale::useUtf8();
     std::signal(SIGPIPE, SIG_IGN);
     const QCoreApplication application(argc, argv);
     Streams streams;

@@ -1,0 +1,169 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <span>
+#include <spawn.h>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+#include <xcb/xcb.h>
+
+// The time from the start of a program until its window stands on the screen and is painted, for
+// the program against a window with nothing in it. Runs come in pairs, the first pair for the
+// caches.
+//
+//   dbus-run-session -- xvfb-run -a window-start PROGRAM EMPTY_WINDOW [PAIRS]
+//
+// Aim: a median ratio of at most 1.5. Needs a machine that does nothing else, and a display on
+// which nothing else is.
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+struct Freed {
+    void operator()(void *memory) const { std::free(memory); }
+};
+template <typename Reply> using Owned = std::unique_ptr<Reply, Freed>;
+
+/// The screen as a stranger sees it.
+class Screen
+{
+public:
+    Screen() : m_connection(xcb_connect(nullptr, nullptr))
+    {
+        if (xcb_connection_has_error(m_connection) != 0) {
+            std::fputs("There is no display.\n", stderr);
+            std::exit(EXIT_FAILURE);
+        }
+        m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+        const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+        xcb_change_window_attributes(m_connection, m_root, XCB_CW_EVENT_MASK, &events);
+        xcb_flush(m_connection);
+    }
+    Screen(const Screen &) = delete;
+    Screen &operator=(const Screen &) = delete;
+    ~Screen() { xcb_disconnect(m_connection); }
+
+    /// The next window of some size that appears.
+    xcb_window_t awaitWindow()
+    {
+        while (const Owned<xcb_generic_event_t> event{xcb_wait_for_event(m_connection)}) {
+            if ((event->response_type & 0x7f) == XCB_MAP_NOTIFY) {
+                const auto *map = reinterpret_cast<const xcb_map_notify_event_t *>(event.get());
+                if (widthOf(map->window) >= leastWidth) {
+                    return map->window;
+                }
+            }
+        }
+        std::abort();
+    }
+
+    /// Until none of a few places of the window shows the black behind it.
+    void awaitPainting(xcb_window_t window)
+    {
+        constexpr std::array<std::array<std::int16_t, 2>, 4> places{
+            {{4, 4}, {900, 4}, {500, 350}, {900, 600}}};
+        for (const auto &[x, y] : places) {
+            while (isBlack(window, x, y)) {
+                ::usleep(200);
+            }
+        }
+    }
+
+    void forgetEvents()
+    {
+        while (Owned<xcb_generic_event_t>(xcb_poll_for_event(m_connection))) {
+        }
+    }
+
+private:
+    static constexpr int leastWidth = 800;
+
+    int widthOf(xcb_window_t window)
+    {
+        const Owned<xcb_get_geometry_reply_t> geometry{
+            xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, window), nullptr)};
+        return geometry ? geometry->width : 0;
+    }
+
+    bool isBlack(xcb_window_t window, std::int16_t x, std::int16_t y)
+    {
+        const Owned<xcb_get_image_reply_t> image{xcb_get_image_reply(
+            m_connection,
+            xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window, x, y, 1, 1, ~0U),
+            nullptr)};
+        if (!image) {
+            return true;
+        }
+        const std::span bytes(xcb_get_image_data(image.get()), 3);
+        return std::ranges::all_of(bytes, [](std::uint8_t byte) { return byte == 0; });
+    }
+
+    xcb_connection_t *m_connection;
+    xcb_window_t m_root = 0;
+};
+
+double milliseconds(Clock::duration duration)
+{
+    return std::chrono::duration<double, std::milli>(duration).count();
+}
+
+double startUp(Screen &screen, std::string program)
+{
+    screen.forgetEvents();
+    std::array<char *, 2> words{program.data(), nullptr};
+    pid_t child = 0;
+    const auto start = Clock::now();
+    if (::posix_spawn(&child, program.c_str(), nullptr, nullptr, words.data(), environ) != 0) {
+        std::fprintf(stderr, "%s can't be started.\n", program.c_str());
+        std::exit(EXIT_FAILURE);
+    }
+    screen.awaitPainting(screen.awaitWindow());
+    const double elapsed = milliseconds(Clock::now() - start);
+    ::kill(child, SIGTERM);
+    ::waitpid(child, nullptr, 0);
+    return elapsed;
+}
+
+double median(std::vector<double> values)
+{
+    std::ranges::sort(values);
+    return values.at(values.size() / 2);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (argc < 3) {
+        std::fputs("Usage: window-start PROGRAM EMPTY_WINDOW [PAIRS]\n", stderr);
+        return EXIT_FAILURE;
+    }
+    const int pairs = argc > 3 ? std::atoi(argv[3]) : 15;
+    Screen screen;
+    std::vector<double> ours;
+    std::vector<double> empty;
+    std::vector<double> ratios;
+    for (int pair = 0; pair <= pairs; ++pair) {
+        const double program = startUp(screen, argv[1]);
+        const double window = startUp(screen, argv[2]);
+        if (pair > 0) {
+            ours.push_back(program);
+            empty.push_back(window);
+            ratios.push_back(program / window);
+        }
+    }
+    std::printf("program %.1f ms, empty window %.1f ms, median ratio %.2f of %d pairs (aim 1.5)\n",
+                median(ours), median(empty), median(ratios), pairs);
+    return EXIT_SUCCESS;
+}
