@@ -7,6 +7,16 @@
 
 #include <algorithm>
 
+namespace {
+
+/// Text that wraps guesses its height until it knows its width.
+int heightOf(const QLayoutItem &item, int width)
+{
+    return item.hasHeightForWidth() ? item.heightForWidth(width) : item.sizeHint().height();
+}
+
+} // namespace
+
 AdaptiveGrid::AdaptiveGrid(Shape shape, QWidget *parent) : QLayout(parent), m_shape(shape)
 {
     setContentsMargins(0, 0, 0, 0);
@@ -76,9 +86,7 @@ int AdaptiveGrid::place(const QRect &rect, bool move) const
         int height = 0;
         for (std::size_t i = first; i < end; ++i) {
             const int width = cellWidth(i - first);
-            height =
-                std::max({height, items[i]->sizeHint().height(),
-                          items[i]->hasHeightForWidth() ? items[i]->heightForWidth(width) : 0});
+            height = std::max(height, heightOf(*items[i], width));
         }
         for (std::size_t i = first; move && i < end; ++i) {
             items[i]->setGeometry({cellLeft(i - first), top, cellWidth(i - first), height});

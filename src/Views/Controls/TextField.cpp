@@ -3,6 +3,8 @@
 
 #include "Views/Controls/TextField.h"
 
+#include <QDragEnterEvent>
+#include <QMimeData>
 #include <QSignalBlocker>
 
 TextField::TextField(QWidget *parent) : QLineEdit(parent) {}
@@ -19,6 +21,15 @@ void TextField::setWords(const QString &name, const QString &prompt)
 {
     setAccessibleName(name);
     setPlaceholderText(prompt);
+}
+
+void TextField::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls()) {
+        event->ignore();
+    } else {
+        QLineEdit::dragEnterEvent(event);
+    }
 }
 
 IntegerField::IntegerField(QWidget *parent) : TextField(parent)

@@ -17,6 +17,10 @@ public:
     void setShown(const QString &text);
     /// The field's accessible name and, where `prompt` is given, what an empty one shows.
     void setWords(const QString &name, const QString &prompt = {});
+
+protected:
+    /// Leaves files to the view around it: their paths as text are of use to nobody.
+    void dragEnterEvent(QDragEnterEvent *event) override;
 };
 
 /// A field for a whole number. What isn't one counts as not typed yet.
