@@ -9,7 +9,10 @@
 #include "App/ServicesHandler.h"
 #include "Entry/MainMenu.h"
 #include "Entry/MainWindow.h"
+#include "Platform/DesktopServices.h"
 #include "Views/DropZonePanelWindow.h"
+#include "Views/Shell/DesktopFileDialogs.h"
+#include "Views/Shell/RootView.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -38,11 +41,6 @@ QIcon applicationIcon()
     return QIcon(u":/app.morvix.Morvix.svg"_s);
 }
 
-QWidget *makeRootView(AppModel &)
-{
-    return new QWidget;
-}
-
 /// The widget that edits: a field inside another control leaves the focus to that one.
 QWidget *focusedEditor()
 {
@@ -64,7 +62,11 @@ void sendToFocusedEditor(const char *slot)
 
 } // namespace
 
-AppDelegate::AppDelegate(std::unique_ptr<AppModel> appModel) : m_appModel(std::move(appModel))
+AppDelegate::AppDelegate(std::unique_ptr<AppModel> appModel,
+                         std::shared_ptr<DesktopServices> desktop)
+    : m_appModel(std::move(appModel))
+    , m_desktop(std::move(desktop))
+    , m_dialogs(std::make_unique<DesktopFileDialogs>(*m_appModel))
 {
     DropZonePanelController::shared().setPanelFactory(
         [](AppModel &model) { return std::make_unique<DropZonePanelWindow>(model); });
@@ -102,7 +104,12 @@ void AppDelegate::registerServices()
 
 void AppDelegate::makeMainWindow()
 {
-    m_window = std::make_unique<MainWindow>(m_menu.release(), makeRootView(*m_appModel));
+    const auto showDropZone = [model = m_appModel.get()](bool visible) {
+        DropZonePanelController::shared().setVisible(visible, *model);
+    };
+    m_window = std::make_unique<MainWindow>(
+        m_menu.release(),
+        new RootView(ViewContext{*m_appModel, *m_desktop, *m_dialogs}, showDropZone));
     // Also with jobs running, and with the drop zone still floating.
     connect(m_window.get(), &MainWindow::closed, this, &AppDelegate::terminate);
 }

@@ -14,6 +14,8 @@
 #include <memory>
 
 class AppModel;
+class DesktopServices;
+class FileDialogs;
 class MainWindow;
 class QMenuBar;
 class ServicesHandler;
@@ -25,7 +27,7 @@ class AppDelegate : public QObject
     Q_OBJECT
 
 public:
-    explicit AppDelegate(std::unique_ptr<AppModel> appModel);
+    AppDelegate(std::unique_ptr<AppModel> appModel, std::shared_ptr<DesktopServices> desktop);
     /// Takes the windows away, and then ends all work.
     ~AppDelegate() override;
 
@@ -64,6 +66,8 @@ private:
     void makeMainWindow();
 
     std::unique_ptr<AppModel> m_appModel;
+    const std::shared_ptr<DesktopServices> m_desktop;
+    const std::unique_ptr<FileDialogs> m_dialogs;
     std::unique_ptr<QMenuBar> m_menu;
     std::unique_ptr<ServicesHandler> m_servicesHandler;
     std::unique_ptr<MainWindow> m_window;

@@ -71,7 +71,8 @@ void Program::launch()
     const PlatformServices services = makeDesktopServices();
     followColorScheme(services.colorScheme);
     m_delegate = std::make_unique<AppDelegate>(
-        std::make_unique<AppModel>(Settings(), services, AppModel::Collections::ofUser()));
+        std::make_unique<AppModel>(Settings(), services, AppModel::Collections::ofUser()),
+        services.desktopServices);
     m_progress = std::make_unique<QueueProgress>(m_delegate->appModel(), services.launcherProgress);
     m_delegate->applicationDidFinishLaunching();
     connectDesktop();

@@ -6,6 +6,7 @@
 #include "App/AppFixture.h"
 #include "App/DropZonePanelController.h"
 #include "Entry/MainWindow.h"
+#include "Platform/SilentServices.h"
 #include "Views/DropZonePanelWindow.h"
 #include "support/EventLoop.h"
 #include "support/Processes.h"
@@ -35,7 +36,8 @@ protected:
     void launch()
     {
         start();
-        m_delegate = std::make_unique<AppDelegate>(std::move(m_model));
+        m_delegate =
+            std::make_unique<AppDelegate>(std::move(m_model), makeSilentServices().desktopServices);
         m_delegate->applicationDidFinishLaunching();
         ASSERT_TRUE(QTest::qWaitForWindowActive(m_delegate->window()));
     }

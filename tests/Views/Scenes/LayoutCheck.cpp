@@ -112,7 +112,11 @@ QStringList LayoutCheck::overlaps(const QWidget *window)
 {
     QStringList findings;
     const QWidget *const root = top(window);
-    for (const QWidget *parent : visibleWidgets(root) << const_cast<QWidget *>(root)) {
+    QList<const QWidget *> parents{root};
+    for (const QWidget *widget : visibleWidgets(root)) {
+        parents += widget;
+    }
+    for (const QWidget *parent : parents) {
         const auto parts = parent->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
         for (qsizetype i = 0; i < parts.size(); ++i) {
             for (qsizetype j = i + 1; j < parts.size(); ++j) {
