@@ -7,7 +7,6 @@
 #include "Views/Controls/CardButton.h"
 #include "Views/ViewContext.h"
 
-class QHBoxLayout;
 class TextLabel;
 
 /// An action on the landing page. A click chooses it, and does nothing else: there is no file yet.

@@ -5,7 +5,6 @@
 
 #include "Views/Controls/SymbolView.h"
 #include "Views/Controls/TextLabel.h"
-#include "Views/FileDialogs.h"
 #include "Views/Look/Metrics.h"
 #include "Views/Look/Painting.h"
 #include "Views/Look/Theme.h"

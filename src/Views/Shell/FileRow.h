@@ -7,7 +7,6 @@
 
 class ElidedLabel;
 class LatestJobs;
-class QMenu;
 class StatusDot;
 class SymbolButton;
 
