@@ -7,6 +7,7 @@
 #include "Views/Look/Symbols.h"
 #include "Views/Look/Theme.h"
 
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -106,4 +107,13 @@ void Button::paintEvent(QPaintEvent *)
     }
     painter.drawText(QRect(left + symbolRoom, 0, this->width(), height()),
                      Qt::AlignLeft | Qt::AlignVCenter, text());
+}
+
+void Button::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        click();
+        return;
+    }
+    QPushButton::keyPressEvent(event);
 }

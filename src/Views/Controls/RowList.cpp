@@ -5,7 +5,7 @@
 
 #include "Views/Look/Metrics.h"
 
-#include <QEvent>
+#include <QApplication>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -21,6 +21,8 @@ RowList::RowList(int rowHeight, Make make, Fill fill, QWidget *parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAutoFillBackground(false);
     verticalScrollBar()->setSingleStep(m_rowHeight);
+    // Queued: the focus also moves while rows are being placed.
+    connect(qApp, &QApplication::focusChanged, this, &RowList::revealFocus, Qt::QueuedConnection);
 }
 
 void RowList::setCount(qsizetype count)
@@ -88,33 +90,72 @@ void RowList::place()
     const qsizetype first = std::clamp<qsizetype>(offset / m_rowHeight, 0, m_count);
     const qsizetype end =
         std::min<qsizetype>(m_count, (offset + viewport()->height()) / m_rowHeight + 1);
+    const qsizetype focused = indexOf(QApplication::focusWidget());
     const QList<qsizetype> shown = m_rows.keys();
     for (const qsizetype index : shown) {
-        if (index < first || index >= end) {
+        const bool isInSight = index >= first && index < end;
+        if (!isInSight && (index != focused || index >= m_count)) {
             release(index);
         }
     }
+    const bool hasNewRows = makeRows(first, end);
+    for (auto row = m_rows.cbegin(); row != m_rows.cend(); ++row) {
+        row.value()->setGeometry(0, static_cast<int>(row.key()) * m_rowHeight - offset,
+                                 viewport()->width(), m_rowHeight);
+        row.value()->show();
+    }
+    if (hasNewRows) {
+        orderStops();
+    }
+}
+
+/// Whether there were rows without a widget.
+bool RowList::makeRows(qsizetype first, qsizetype end)
+{
+    bool hasNewRows = false;
     for (qsizetype index = first; index < end; ++index) {
-        QWidget *row = m_rows.value(index);
-        if (!row) {
-            row = takeSpare();
+        if (!m_rows.contains(index)) {
+            QWidget *row = takeSpare();
             m_rows.insert(index, row);
             m_fill(row, index);
+            hasNewRows = true;
         }
-        row->setGeometry(0, static_cast<int>(index) * m_rowHeight - offset, viewport()->width(),
-                         m_rowHeight);
-        row->show();
     }
+    return hasNewRows;
+}
+
+/// Widgets go from row to row, and new ones stand at the end of the window's order of Tab.
+void RowList::orderStops()
+{
+    // Only what can have the focus can be put in order; the list is the place where its rows begin.
+    setFocusPolicy(Qt::TabFocus);
+    QWidget *last = this;
+    QList<qsizetype> indexes = m_rows.keys();
+    std::ranges::sort(indexes);
+    for (const qsizetype index : indexes) {
+        QWidget *row = m_rows.value(index);
+        for (QWidget *part : QList<QWidget *>{row} + row->findChildren<QWidget *>()) {
+            if (part->focusPolicy() & Qt::TabFocus) {
+                setTabOrder(last, part);
+                last = part;
+            }
+        }
+    }
+    setFocusPolicy(Qt::NoFocus);
+}
+
+/// The row that the widget belongs to, or -1.
+qsizetype RowList::indexOf(const QWidget *part) const
+{
+    while (part && part->parentWidget() != viewport()) {
+        part = part->parentWidget();
+    }
+    return part ? m_rows.key(const_cast<QWidget *>(part), -1) : -1;
 }
 
 QWidget *RowList::takeSpare()
 {
-    if (!m_spare.isEmpty()) {
-        return m_spare.takeLast();
-    }
-    QWidget *row = m_make(viewport());
-    row->installEventFilter(this);
-    return row;
+    return m_spare.isEmpty() ? m_make(viewport()) : m_spare.takeLast();
 }
 
 void RowList::release(qsizetype index)
@@ -124,14 +165,22 @@ void RowList::release(qsizetype index)
     m_spare.append(row);
 }
 
-/// Tab comes to a row that is partly out of sight: it is brought in whole.
-bool RowList::eventFilter(QObject *watched, QEvent *event)
+/// A row that is only partly in sight is brought in whole when the focus comes to it.
+void RowList::revealFocus()
 {
-    if (event->type() == QEvent::FocusIn) {
-        const qsizetype index = m_rows.key(static_cast<QWidget *>(watched), -1);
-        if (index >= 0) {
-            reveal(index);
-        }
+    const qsizetype index = indexOf(QApplication::focusWidget());
+    if (index >= 0) {
+        reveal(index);
     }
-    return QAbstractScrollArea::eventFilter(watched, event);
+}
+
+/// The neighbour that Tab may go to needs a widget first.
+bool RowList::focusNextPrevChild(bool next)
+{
+    const qsizetype index = indexOf(QApplication::focusWidget());
+    const qsizetype neighbour = index + (next ? 1 : -1);
+    if (index >= 0 && neighbour >= 0 && neighbour < m_count) {
+        reveal(neighbour);
+    }
+    return QAbstractScrollArea::focusNextPrevChild(next);
 }

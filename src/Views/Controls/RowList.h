@@ -10,7 +10,9 @@
 #include <functional>
 
 /// A scrolling list of rows of one height. Widgets exist for the rows in sight only and are handed
-/// from row to row, so that 5,000 rows cost as much as the 20 that are seen.
+/// from row to row, so that 5,000 rows cost as much as the 20 that are seen. Tab goes through the
+/// rows and what is in them from top to bottom, and brings in those that are out of sight; the row
+/// that has the focus keeps its widget.
 class RowList : public QAbstractScrollArea
 {
     Q_OBJECT
@@ -41,11 +43,15 @@ public:
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void updateRange();
     void place();
+    bool makeRows(qsizetype first, qsizetype end);
+    void orderStops();
+    qsizetype indexOf(const QWidget *part) const;
+    void revealFocus();
     QWidget *takeSpare();
     void release(qsizetype index);
 

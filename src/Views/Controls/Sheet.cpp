@@ -13,6 +13,16 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+namespace {
+
+QEvent::Type filledEvent()
+{
+    static const auto type = static_cast<QEvent::Type>(QEvent::registerEventType());
+    return type;
+}
+
+} // namespace
+
 Sheet::Sheet(QWidget *over, int width)
     : QWidget(over->window())
     , m_focusBefore(QApplication::focusWidget())
@@ -61,8 +71,23 @@ void Sheet::paintEvent(QPaintEvent *)
 
 void Sheet::showEvent(QShowEvent *)
 {
+    // It is shown as it is made; what is then put into it is shown by posted events, after which
+    // there is something to give the focus to.
+    QCoreApplication::postEvent(this, new QEvent(filledEvent()), Qt::LowEventPriority);
+}
+
+bool Sheet::event(QEvent *event)
+{
+    if (event->type() == filledEvent()) {
+        takeFocus();
+    }
+    return QWidget::event(event);
+}
+
+void Sheet::takeFocus()
+{
     const QList<QWidget *> places = stops();
-    if (!places.isEmpty()) {
+    if (!places.isEmpty() && !isAncestorOf(QApplication::focusWidget())) {
         places.first()->setFocus(Qt::OtherFocusReason);
     }
 }

@@ -33,9 +33,11 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     bool focusNextPrevChild(bool next) override;
     void showEvent(QShowEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
     void cover();
+    void takeFocus();
     QList<QWidget *> stops() const;
 
     QPointer<QWidget> m_focusBefore;

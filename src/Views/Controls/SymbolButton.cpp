@@ -6,6 +6,8 @@
 #include "Views/Look/Metrics.h"
 #include "Views/Look/Symbols.h"
 
+#include <QKeyEvent>
+
 SymbolButton::SymbolButton(const QString &symbol, QWidget *parent) : QToolButton(parent)
 {
     setFocusPolicy(Qt::TabFocus);
@@ -35,4 +37,13 @@ void SymbolButton::setWords(const QString &words)
 void SymbolButton::setSymbolSide(int side)
 {
     setIconSize({side, side});
+}
+
+void SymbolButton::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        click();
+        return;
+    }
+    QToolButton::keyPressEvent(event);
 }

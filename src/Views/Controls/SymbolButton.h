@@ -22,6 +22,9 @@ public:
     /// Side of the symbol in device-independent pixels.
     void setSymbolSide(int side);
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     QString m_symbol;
     Look::ColorRole m_color = Look::ColorRole::text;
