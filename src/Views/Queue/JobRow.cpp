@@ -73,7 +73,7 @@ QBoxLayout *JobRow::buildColumn()
     auto *title = new QHBoxLayout;
     title->setSpacing(Look::Space::small);
     title->addWidget(m_name);
-    title->addWidget(m_mode);
+    title->addWidget(m_mode, 0, Qt::AlignBottom);
     title->addStretch();
     auto *column = new QVBoxLayout;
     column->setSpacing(Look::Space::tiny);
@@ -113,9 +113,9 @@ void JobRow::buildMenu()
     m_copy =
         menu->addAction(QString(), this, [this] { context().desktop.copyFiles(outputURLs()); });
     m_share = menu->addAction(QString(), this, &JobRow::share);
-    m_share->setIcon(Look::symbol(u"square.and.arrow.up"_s));
+    m_share->setIcon(Look::menuSymbol(u"square.and.arrow.up"_s));
     m_trash = menu->addAction(QString(), this, &JobRow::confirmTrashOriginal);
-    m_trash->setIcon(Look::symbol(u"trash"_s));
+    m_trash->setIcon(Look::menuSymbol(u"trash"_s));
     m_more->setMenu(menu);
 }
 

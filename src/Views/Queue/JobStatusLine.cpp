@@ -71,7 +71,7 @@ JobStatusLine::JobStatusLine(QWidget *parent)
     line->addWidget(m_words);
     line->addWidget(m_sizes);
     line->addWidget(m_saved);
-    line->addWidget(m_note);
+    line->addWidget(m_note, 0, Qt::AlignBottom);
     line->addStretch();
 }
 

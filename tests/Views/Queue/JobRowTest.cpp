@@ -29,6 +29,18 @@ public:
     }
 };
 
+/// Notes which window asked.
+class ShareRecorder : public RecordingDesktopServices
+{
+public:
+    void share(const QList<QUrl> &, const QString &parentWindow) override
+    {
+        parentWindows += parentWindow;
+    }
+
+    QStringList parentWindows;
+};
+
 } // namespace
 
 class JobRowTest : public QueueFixture
@@ -200,6 +212,22 @@ TEST_F(JobRowTest, the_menu_opens_each_copies_and_shares_all)
     EXPECT_THAT(m_desktopServices.calls,
                 ElementsAre(u"open a.mp4"_s, u"open b.mp4"_s, u"copy a.mp4 b.mp4"_s,
                             u"share a.mp4 b.mp4"_s));
+}
+
+TEST_F(JobRowTest, sharing_names_the_window_where_others_can_know_it)
+{
+    ShareRecorder desktop;
+    auto *row = new JobRow({*m_model, desktop, m_dialogs});
+    row->setJob(m_job);
+    show(row, {920, 320});
+    m_job->setState(result(2, 1));
+    settle();
+
+    choose(u"Open… film.mp4"_s, u"Share…"_s);
+
+    const QString handle = u"x11:"_s + QString::number(m_window->winId(), 16);
+    EXPECT_THAT(desktop.parentWindows,
+                ElementsAre(QGuiApplication::platformName() == u"xcb"_s ? handle : QString()));
 }
 
 TEST_F(JobRowTest, the_menu_has_its_entries_in_order_and_symbols_where_they_belong)
