@@ -76,7 +76,13 @@ const QPixmap &cached(const QString &name, const QColor &color, QSize deviceSize
 class SymbolEngine : public QIconEngine
 {
 public:
-    SymbolEngine(QString name, ColorRole color) : m_name(std::move(name)), m_color(color) {}
+    /// Menus show what is under the pointer in the mode "active".
+    SymbolEngine(QString name, ColorRole color, ColorRole active)
+        : m_name(std::move(name))
+        , m_color(color)
+        , m_active(active)
+    {
+    }
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
     {
@@ -96,18 +102,27 @@ private:
 
     QColor colorIn(QIcon::Mode mode) const
     {
-        return color(mode == QIcon::Disabled ? ColorRole::disabledText : m_color);
+        if (mode == QIcon::Disabled) {
+            return color(ColorRole::disabledText);
+        }
+        return color(mode == QIcon::Active ? m_active : m_color);
     }
 
     QString m_name;
     ColorRole m_color;
+    ColorRole m_active;
 };
+
+QIcon iconOf(const QString &name, ColorRole color, ColorRole active)
+{
+    return hasSymbol(name) ? QIcon(new SymbolEngine(name, color, active)) : QIcon();
+}
 
 } // namespace
 
 QIcon symbol(const QString &name, ColorRole color)
 {
-    return hasSymbol(name) ? QIcon(new SymbolEngine(name, color)) : QIcon();
+    return iconOf(name, color, color);
 }
 
 QPixmap symbolPixmap(const QString &name, const QColor &color, int side, qreal pixelRatio)
@@ -116,6 +131,11 @@ QPixmap symbolPixmap(const QString &name, const QColor &color, int side, qreal p
     QPixmap pixmap = cached(name, color, {deviceSide, deviceSide});
     pixmap.setDevicePixelRatio(pixelRatio);
     return pixmap;
+}
+
+QIcon menuSymbol(const QString &name)
+{
+    return iconOf(name, ColorRole::text, ColorRole::onAccent);
 }
 
 bool hasSymbol(const QString &name)

@@ -16,8 +16,15 @@ namespace Look {
 /// icon for a name that the table lacks.
 QIcon symbol(const QString &name, ColorRole color = ColorRole::text);
 
+/// The same for an entry of a menu: in the colour of what stands on the highlight while it is
+/// there.
+QIcon menuSymbol(const QString &name);
+
 /// The same as a picture of that many device-independent pixels a side.
 QPixmap symbolPixmap(const QString &name, const QColor &color, int side, qreal pixelRatio);
+
+/// The icon of a menu's entry, in the colour of what stands on the highlight while it is there.
+QIcon menuSymbol(const QString &name);
 
 /// Whether the table has that name.
 bool hasSymbol(const QString &name);

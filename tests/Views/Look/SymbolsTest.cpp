@@ -46,3 +46,17 @@ TEST(Symbols, follow_the_scheme_without_being_made_anew)
     EXPECT_LT(onLight.lightness(), 80);
     EXPECT_GT(onDark.lightness(), 200);
 }
+
+TEST(Symbols, in_a_menu_take_the_colour_of_what_stands_on_the_highlight)
+{
+    Look::apply(Look::Scheme::light);
+    const QIcon icon = Look::menuSymbol(u"plus"_s);
+
+    const auto inkIn = [&icon](QIcon::Mode mode) {
+        return icon.pixmap({32, 32}, mode).toImage().pixelColor(16, 16).name();
+    };
+
+    EXPECT_EQ(inkIn(QIcon::Normal), Look::color(Look::ColorRole::text).name());
+    EXPECT_EQ(inkIn(QIcon::Active), Look::color(Look::ColorRole::onAccent).name());
+    EXPECT_EQ(inkIn(QIcon::Disabled), Look::color(Look::ColorRole::disabledText).name());
+}
