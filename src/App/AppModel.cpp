@@ -10,6 +10,7 @@
 
 #include <QThread>
 
+#include <array>
 #include <chrono>
 
 using namespace Qt::StringLiterals;
@@ -34,6 +35,15 @@ struct SettingKeys {
     QString queueConcurrency = u"mx.concurrency"_s;
     QString outputDirectoryPath = u"mx.outdir"_s;
 };
+
+struct NamedCodec {
+    QLatin1StringView plannedEncoder;
+    QLatin1StringView codec;
+};
+
+constexpr std::array namedCodecs{NamedCodec{"h264_videotoolbox"_L1, "H.264"_L1},
+                                 NamedCodec{"hevc_videotoolbox"_L1, "HEVC"_L1},
+                                 NamedCodec{"prores_videotoolbox"_L1, "ProRes"_L1}};
 
 const SettingKeys &keys()
 {
@@ -110,8 +120,33 @@ void AppModel::checkHardwareEncoders()
                 encoders->check();
                 return true;
             },
-            [](bool) {});
+            [this, before = encoderStandIns()](bool) {
+                if (encoderStandIns() != before) {
+                    Q_EMIT encoderStandInsChanged();
+                }
+            });
     }
+}
+
+QList<AppModel::CodecEncoder> AppModel::encoderStandIns() const
+{
+    if (!m_hardwareEncoders) {
+        return {};
+    }
+    const EncoderStandIns::Table table = m_hardwareEncoders->standIns();
+    QList<CodecEncoder> found;
+    for (const NamedCodec &named : namedCodecs) {
+        const QList<StandIn> standIns = table.value(named.plannedEncoder);
+        if (!standIns.isEmpty()) {
+            found.append({named.codec, standIns.first().encoder});
+        }
+    }
+    return found;
+}
+
+bool AppModel::offersExactMode() const
+{
+    return m_toolset && m_toolset->encoders.contains(u"libx264"_s);
 }
 
 // A child that is just being launched hears nothing yet: all are asked again until none is left.

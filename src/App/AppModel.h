@@ -184,6 +184,18 @@ public:
     QString builderMessage(const BuilderError &error) const;
     /// Tries the hardware encoders in the background; until that ends, software does their work.
     void checkHardwareEncoders();
+    /// A codec by its common name, and the encoder that does its work.
+    struct CodecEncoder {
+        QString codec;
+        QString encoder;
+
+        bool operator==(const CodecEncoder &) const = default;
+    };
+    /// Who stands in for the encoders of pictures that plans name and this machine lacks, as known
+    /// at this moment: each name that it has, or that nothing stands in for, is left out.
+    QList<CodecEncoder> encoderStandIns() const;
+    /// Whether the tools can do the exact mode of two passes.
+    bool offersExactMode() const;
 
     // Presets, queue files and watched folders.
 
@@ -280,6 +292,8 @@ Q_SIGNALS:
 
     /// Something in the list of presets.
     void presetsChanged();
+    /// The check of the hardware has ended with other stand-ins than it began with.
+    void encoderStandInsChanged();
     /// A worker is about to run the plan of a job.
     void jobPlanned(const std::shared_ptr<Job> &job, const JobPlan &plan);
     /// A job has failed or was cancelled while it ran; its state follows.

@@ -45,6 +45,7 @@ constexpr auto texts = std::to_array<Row>({
      u"VideoToolbox 硬件编码已启用"},
     {"settings.exact.default", u"Prefer 2-pass exact mode when available",
      u"可用时优先使用两遍精确模式"},
+    {"settings.standins", u"Encoders in use", u"实际使用的编码器"},
     {"settings.output", u"Output", u"输出"},
     {"settings.concurrency", u"Simultaneous encodes", u"同时编码的任务数"},
     {"settings.outdir", u"Save outputs to", u"输出保存到"},

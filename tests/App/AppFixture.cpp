@@ -207,6 +207,16 @@ void AppFixture::installObedientFFmpeg()
                   "result 950000\n");
 }
 
+void AppFixture::installEncoders(const QStringList &names, const QByteArray &body)
+{
+    installFFmpeg({});
+    const QByteArray list = names.join(u' ').toUtf8();
+    m_tools.writeExecutable(u"ffmpeg"_s, "#!/bin/sh\n"
+                                         "if [ \"$2\" = -encoders ]; then\n"
+                                         "    printf ' V....D %s x\\n' " +
+                                             list + "\n    exit 0\nfi\n" + body + '\n');
+}
+
 void AppFixture::removeTools()
 {
     m_path.reset();

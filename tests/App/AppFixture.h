@@ -104,6 +104,8 @@ protected:
     /// An ffmpeg whose results keep a limit of one megabyte: a quarter of the way before the gate,
     /// a half behind it.
     void installObedientFFmpeg();
+    /// Puts an ffmpeg with those encoders in place, whose every other run does what the body says.
+    void installEncoders(const QStringList &names, const QByteArray &body = "exit 1");
     /// As on a machine without ffmpeg.
     void removeTools();
     /// The ones of this machine.

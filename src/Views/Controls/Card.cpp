@@ -18,11 +18,17 @@ Card::Card(QWidget *parent) : QWidget(parent), m_column(new QVBoxLayout(this))
     m_column->setSpacing(Look::Space::medium);
 }
 
+void Card::setFill(ColorRole fill)
+{
+    m_fill = fill;
+    update();
+}
+
 void Card::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     Look::paintBox(painter, rect(),
-                   {.fill = Look::color(ColorRole::card),
+                   {.fill = Look::color(m_fill),
                     .line = Look::color(ColorRole::hairline),
                     .lineWidth = Look::hairlineWidth,
                     .radius = Look::Radius::card});

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "Views/Look/Colors.h"
+
 #include <QVBoxLayout>
 #include <QWidget>
 
@@ -16,10 +18,13 @@ public:
 
     /// Where the contents go, top to bottom.
     QVBoxLayout *column() { return m_column; }
+    /// What it is filled with: the colour of cards, unless it is the ground of others.
+    void setFill(Look::ColorRole fill);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     QVBoxLayout *m_column;
+    Look::ColorRole m_fill = Look::ColorRole::card;
 };

@@ -3,7 +3,6 @@
 
 #include "Views/Controls/Sheet.h"
 
-#include "Views/Controls/Card.h"
 #include "Views/Look/Metrics.h"
 #include "Views/Look/Theme.h"
 
@@ -12,6 +11,21 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollArea>
+
+namespace {
+
+/// A scrolling part cares for the steps inside it only, not for those that enter it.
+void scrollIntoSight(QWidget *place)
+{
+    for (QWidget *around = place->parentWidget(); around; around = around->parentWidget()) {
+        if (auto *scroll = qobject_cast<QScrollArea *>(around)) {
+            scroll->ensureWidgetVisible(place);
+        }
+    }
+}
+
+} // namespace
 
 namespace {
 
@@ -26,17 +40,15 @@ QEvent::Type filledEvent()
 Sheet::Sheet(QWidget *over, int width)
     : QWidget(over->window())
     , m_focusBefore(QApplication::focusWidget())
+    , m_card(new Card(this))
 {
-    auto *card = new Card(this);
-    card->setFixedWidth(width);
-    card->column()->setContentsMargins(Look::Space::huge, Look::Space::huge, Look::Space::huge,
-                                       Look::Space::huge);
-    m_card = card;
-    m_column = card->column();
+    m_card->setFixedWidth(width);
+    column()->setContentsMargins(Look::Space::huge, Look::Space::huge, Look::Space::huge,
+                                 Look::Space::huge);
     auto *rows = new QVBoxLayout(this);
     rows->setContentsMargins(Look::Space::huge, Look::Space::huge, Look::Space::huge,
                              Look::Space::huge);
-    rows->addWidget(card, 0, Qt::AlignCenter);
+    rows->addWidget(m_card, 0, Qt::AlignCenter);
     setFocusPolicy(Qt::NoFocus);
     parentWidget()->installEventFilter(this);
     cover();
@@ -138,6 +150,8 @@ bool Sheet::focusNextPrevChild(bool next)
     const qsizetype here = places.indexOf(QApplication::focusWidget());
     const qsizetype step = next ? here + 1 : here - 1;
     const qsizetype count = places.size();
-    places.at((step + count) % count)->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    QWidget *place = places.at((step + count) % count);
+    place->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    scrollIntoSight(place);
     return true;
 }

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "Views/Controls/Card.h"
+
 #include <QPointer>
 #include <QVBoxLayout>
 #include <QWidget>
@@ -18,7 +20,8 @@ public:
     Sheet(QWidget *over, int width);
 
     /// Where the contents go, top to bottom.
-    QVBoxLayout *column() { return m_column; }
+    QVBoxLayout *column() { return m_card->column(); }
+    Card *card() { return m_card; }
     /// Takes the sheet away and gives the focus back to where it was.
     void dismiss();
 
@@ -41,7 +44,6 @@ private:
     QList<QWidget *> stops() const;
 
     QPointer<QWidget> m_focusBefore;
-    QWidget *m_card;
-    QVBoxLayout *m_column;
+    Card *m_card;
     bool m_isDismissed = false;
 };

@@ -20,8 +20,6 @@ namespace {
 constexpr int trackWidth = 34;
 constexpr int trackHeight = 20;
 constexpr int knobInset = 2;
-// Around the track, so that the ring of the focus has its place.
-constexpr int ringRoom = 3;
 
 } // namespace
 
@@ -52,31 +50,34 @@ void Switch::setWords(const QString &words)
 
 QRect Switch::trackRect() const
 {
-    return {ringRoom, (height() - trackHeight) / 2, trackWidth, trackHeight};
+    return {overhang, (height() - trackHeight) / 2, trackWidth, trackHeight};
 }
 
 int Switch::wordsLeft() const
 {
+    if (text().isEmpty() && m_symbol.isEmpty()) {
+        return overhang + trackWidth;
+    }
     const int symbolRoom = m_symbol.isEmpty() ? 0 : Look::SymbolSize::normal + Look::Space::small;
-    return ringRoom + trackWidth + Look::Space::small + 2 + symbolRoom;
+    return overhang + trackWidth + Look::Space::small + 2 + symbolRoom;
 }
 
 QSize Switch::sizeHint() const
 {
-    return {wordsLeft() + fontMetrics().horizontalAdvance(text()) + ringRoom,
-            trackHeight + 2 * ringRoom};
+    return {wordsLeft() + fontMetrics().horizontalAdvance(text()) + overhang,
+            trackHeight + 2 * overhang};
 }
 
 QSize Switch::minimumSizeHint() const
 {
-    return {std::min(sizeHint().width(), 160), trackHeight + 2 * ringRoom};
+    return {std::min(sizeHint().width(), 160), trackHeight + 2 * overhang};
 }
 
 int Switch::heightForWidth(int width) const
 {
     const QRect room(0, 0, std::max(1, width - wordsLeft()), 10'000);
     const int words = fontMetrics().boundingRect(room, Qt::TextWordWrap, text()).height();
-    return std::max(trackHeight + 2 * ringRoom, words + 2);
+    return std::max(trackHeight + 2 * overhang, words + 2);
 }
 
 void Switch::paintTrack(QPainter &painter) const
@@ -113,8 +114,8 @@ void Switch::paintEvent(QPaintEvent *)
                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, text());
     if (hasFocus()) {
         Look::paintFocusRing(painter,
-                             trackRect().adjusted(-ringRoom, -ringRoom, ringRoom, ringRoom),
-                             trackHeight / 2.0 + ringRoom);
+                             trackRect().adjusted(-overhang, -overhang, overhang, overhang),
+                             trackHeight / 2.0 + overhang);
     }
 }
 

@@ -5,12 +5,16 @@
 
 #include <QAbstractButton>
 
-/// On or off, with words beside it and perhaps a symbol before them. Acts at once.
+/// On or off, with words beside it and perhaps a symbol before them. Acts at once. Without words it
+/// is the track alone, for a place that names it otherwise.
 class Switch : public QAbstractButton
 {
     Q_OBJECT
 
 public:
+    /// Between the track and the edges of the widget, where the ring of the focus has its place.
+    static constexpr int overhang = 3;
+
     explicit Switch(QWidget *parent = nullptr);
 
     /// A symbol of Look's table.
