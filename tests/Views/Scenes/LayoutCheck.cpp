@@ -22,6 +22,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int mostStops = 500;
+// Rings and line heights may reach over each other by so much without being seen.
+constexpr int slack = 3;
 
 QString describe(const QWidget *widget)
 {
@@ -125,7 +127,8 @@ QStringList LayoutCheck::overlaps(const QWidget *window)
                 const bool lie = one->isVisible() && other->isVisible() && !one->isWindow() &&
                                  !other->isWindow() && !qobject_cast<const Sheet *>(one) &&
                                  !qobject_cast<const Sheet *>(other);
-                if (lie && one->geometry().intersects(other->geometry())) {
+                const QSize common = one->geometry().intersected(other->geometry()).size();
+                if (lie && common.width() > slack && common.height() > slack) {
                     findings += describe(one) + u" and "_s + describe(other);
                 }
             }

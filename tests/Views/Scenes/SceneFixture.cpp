@@ -82,7 +82,7 @@ void SceneFixture::jobs()
     m_model->cancelJob(last->id);
     m_model->setShowQueue(true);
     waitFor(first, Job::Outcome::finished);
-    waitForProgress(third, 0.2);
+    waitForProgress(third, 0.42);
     settle();
 }
 
