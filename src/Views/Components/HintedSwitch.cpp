@@ -17,7 +17,6 @@ HintedSwitch::HintedSwitch(QWidget *parent)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     m_hint->wrapping();
-    m_hint->setContentsMargins(m_switch->wordsLeft(), 0, 0, 0);
     column->addWidget(m_switch);
     column->addWidget(m_hint);
     connect(m_switch, &QAbstractButton::clicked, this, &HintedSwitch::turned);
@@ -26,6 +25,8 @@ HintedSwitch::HintedSwitch(QWidget *parent)
 void HintedSwitch::setWords(const QString &words, const QString &hint)
 {
     m_switch->setWords(words);
+    // Under the words, which stand where they do only once there are some.
+    m_hint->setContentsMargins(m_switch->wordsLeft(), 0, 0, 0);
     m_switch->setAccessibleDescription(hint);
     m_hint->setText(hint);
 }

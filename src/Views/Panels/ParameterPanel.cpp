@@ -22,7 +22,7 @@ ParameterPanel::ParameterPanel(const ViewContext &context, QWidget *parent)
     , m_column(new QVBoxLayout(this))
 {
     m_column->setContentsMargins(0, 0, 0, 0);
-    m_column->setSpacing(Look::Space::large);
+    m_column->setSpacing(Look::Space::small);
     follow(&AppModel::filesChanged);
     follow(&AppModel::selectedFileIDChanged);
     // The same preset applied again leaves the banner as it is.

@@ -62,7 +62,8 @@ PresetLadder::PresetCard PresetLadder::makePresetCard(std::size_t index)
 {
     auto *card = new CardButton(this);
     auto *column = new QVBoxLayout(card);
-    column->setContentsMargins(Look::Space::medium, 10, Look::Space::medium, 10);
+    column->setContentsMargins(Look::Space::medium, Look::Space::small, Look::Space::medium,
+                               Look::Space::small);
     column->setSpacing(2);
     auto *size = new TextLabel(TextSize::headline, ColorRole::text, QFont::DemiBold);
     size->setText(Fmt::mb(ladder.at(index).mb));
@@ -79,9 +80,8 @@ CardButton *PresetLadder::makeCustomCard()
     // The field inside is what Tab comes to.
     card->setFocusPolicy(Qt::NoFocus);
     auto *column = new QVBoxLayout(card);
-    column->setContentsMargins(Look::Space::medium, Look::Space::small, Look::Space::medium,
-                               Look::Space::small);
-    column->setSpacing(Look::Space::tiny);
+    column->setContentsMargins(Look::Space::medium, 6, Look::Space::medium, 6);
+    column->setSpacing(2);
     m_customTitle = new TextLabel(TextSize::caption, ColorRole::secondaryText, QFont::Medium);
     column->addWidget(m_customTitle);
     auto *line = new QHBoxLayout;

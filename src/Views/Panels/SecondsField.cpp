@@ -26,6 +26,7 @@ SecondsField::SecondsField(QWidget *parent)
     auto *line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(Look::Space::small);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     m_field->setFixedWidth(fieldWidth);
     line->addWidget(m_label);
     line->addWidget(m_field);

@@ -80,8 +80,13 @@ Card *TargetSizePanel::buildOptions()
     });
     m_exactUnavailable = new TextLabel(TextSize::caption, ColorRole::secondaryText);
     m_exactUnavailable->wrapping();
-    card->column()->addWidget(m_muted);
-    card->column()->addWidget(m_exact);
+    auto *switches = new QVBoxLayout;
+    // Their tracks line up with the edge of what is below.
+    switches->setContentsMargins(-Switch::overhang, 0, 0, 0);
+    switches->setSpacing(Look::Space::small);
+    switches->addWidget(m_muted);
+    switches->addWidget(m_exact);
+    card->column()->addLayout(switches);
     card->column()->addWidget(m_exactUnavailable);
     card->column()->addWidget(buildSkips());
     return card;

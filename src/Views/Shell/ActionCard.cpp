@@ -30,7 +30,7 @@ constexpr Measures heroMeasures{
     26, 40, Look::Space::large, 0, Look::TextSize::title, Look::TextSize::body};
 // Two lines of text, so that all rows are alike.
 constexpr Measures plainMeasures{
-    20, 32, Look::Space::medium, 72, Look::TextSize::headline, Look::TextSize::caption};
+    20, 32, Look::Space::medium, 66, Look::TextSize::headline, Look::TextSize::caption};
 
 const Measures &measuresOf(ActionCard::Size size)
 {

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int symbolSide = 34;
-constexpr int zoneHeight = 148;
+constexpr int zoneHeight = 132;
 constexpr qreal lineWidth = 1.5;
 // In widths of the line.
 const QList<qreal> dashes = {4, 3};

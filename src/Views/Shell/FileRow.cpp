@@ -51,7 +51,6 @@ FileRow::FileRow(const ViewContext &context, LatestJobs &latestJobs, QWidget *pa
 
 void FileRow::build()
 {
-    m_remove->setSymbol(u"xmark.circle.fill"_s, ColorRole::secondaryText);
     m_remove->setSymbolSide(crossSide);
     // The list is one stop of Tab; there the Delete key does the same.
     m_remove->setFocusPolicy(Qt::NoFocus);
@@ -93,6 +92,7 @@ void FileRow::refresh()
     m_details->setText(FileTexts::rowDetails(m_file));
     m_remove->setWords(t(u"common.remove"));
     m_statusDot->setOutcome(m_latestJobs.outcomeFor(m_file.id));
+    refreshRemove();
     refreshEstimate();
 }
 
@@ -100,6 +100,25 @@ void FileRow::refreshEstimate()
 {
     const qint64 bytes = model().fileEstimates().value(m_file.id);
     m_estimate->setText(bytes > 0 ? u"→ "_s + Fmt::bytes(bytes) : QString());
+}
+
+/// Quiet until the pointer is near: it stands in every row.
+void FileRow::refreshRemove()
+{
+    m_remove->setSymbol(u"xmark.circle.fill"_s,
+                        underMouse() ? ColorRole::secondaryText : ColorRole::disabledText);
+}
+
+void FileRow::enterEvent(QEnterEvent *event)
+{
+    View::enterEvent(event);
+    refreshRemove();
+}
+
+void FileRow::leaveEvent(QEvent *event)
+{
+    View::leaveEvent(event);
+    refreshRemove();
 }
 
 /// Higher than the line that it stands in, so no layout places it.

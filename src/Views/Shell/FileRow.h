@@ -34,6 +34,8 @@ public:
 protected:
     void refresh() override;
     void resizeEvent(QResizeEvent *event) override;
+    void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -41,6 +43,7 @@ protected:
 private:
     void build();
     void refreshEstimate();
+    void refreshRemove();
 
     LatestJobs &m_latestJobs;
     VideoFile m_file;

@@ -15,6 +15,7 @@
 
 using Look::ColorRole;
 using Look::Space::huge;
+using Look::Space::large;
 using Look::Space::medium;
 
 namespace {
@@ -47,7 +48,7 @@ QWidget *LandingView::buildColumn()
     auto *column = new QWidget;
     column->setMaximumWidth(mostColumnWidth);
     auto *rows = new QVBoxLayout(column);
-    rows->setContentsMargins(huge, huge, huge, huge);
+    rows->setContentsMargins(huge, large, huge, large);
     rows->setSpacing(medium);
     rows->addWidget(new DropZone(context()));
     rows->addWidget(m_privacy, 0, Qt::AlignHCenter);

@@ -142,7 +142,7 @@ QStringList LayoutCheck::namelessControls(const QWidget *window)
     QStringList findings;
     for (const QWidget *widget : visibleWidgets(window)) {
         if (widget->focusPolicy() != Qt::NoFocus && !qobject_cast<const QScrollBar *>(widget) &&
-            widget->accessibleName().isEmpty()) {
+            !qobject_cast<const QLabel *>(widget) && widget->accessibleName().isEmpty()) {
             findings += describe(widget);
         }
     }
