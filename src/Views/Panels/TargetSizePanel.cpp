@@ -80,13 +80,14 @@ Card *TargetSizePanel::buildOptions()
     });
     m_exactUnavailable = new TextLabel(TextSize::caption, ColorRole::secondaryText);
     m_exactUnavailable->wrapping();
-    auto *switches = new QVBoxLayout;
-    // Their tracks line up with the edge of what is below.
-    switches->setContentsMargins(-Switch::overhang, 0, 0, 0);
-    switches->setSpacing(Look::Space::small);
-    switches->addWidget(m_muted);
-    switches->addWidget(m_exact);
-    card->column()->addLayout(switches);
+    // The switches reach over their tracks, which line up with what is below.
+    QMargins margins = card->column()->contentsMargins();
+    margins.setLeft(margins.left() - Switch::overhang);
+    card->column()->setContentsMargins(margins);
+    card->column()->setSpacing(Look::Space::small);
+    card->column()->addWidget(m_muted);
+    card->column()->addWidget(m_exact);
+    m_exactUnavailable->setContentsMargins(Switch::overhang, 0, 0, 0);
     card->column()->addWidget(m_exactUnavailable);
     card->column()->addWidget(buildSkips());
     return card;
@@ -96,7 +97,7 @@ QWidget *TargetSizePanel::buildSkips()
 {
     auto *row = new QWidget;
     auto *line = new QHBoxLayout(row);
-    line->setContentsMargins(0, 0, 0, 0);
+    line->setContentsMargins(Switch::overhang, Look::Space::tiny, 0, 0);
     line->setSpacing(Look::Space::huge);
     m_head = new SecondsField;
     m_tail = new SecondsField;
