@@ -63,9 +63,23 @@ bool isReadable(const QColor &ink, const QList<QColor> &grounds)
 /// Whether an ink also stands on a capsule of its own colour, on the first of its grounds.
 enum class OwnCapsule { counts, none };
 
-/// The colour itself, or as little nearer to `end` as it takes to be read on all grounds.
-QColor moved(const QColor &color, const QColor &end, const QList<QColor> &grounds,
-             OwnCapsule capsule)
+enum class Towards { light, dark };
+
+/// The same hue, as strong as it was, so much nearer to white or black (0 to 1).
+QColor lit(const QColor &color, Towards end, double way)
+{
+    float hue = 0;
+    float saturation = 0;
+    float lightness = 0;
+    color.getHslF(&hue, &saturation, &lightness);
+    const auto part = static_cast<float>(way);
+    const float nearer =
+        end == Towards::light ? lightness + (1 - lightness) * part : lightness * (1 - part);
+    return QColor::fromHslF(hue, saturation, nearer);
+}
+
+/// The colour itself, or as little lighter or darker as it takes to be read on all grounds.
+QColor moved(const QColor &color, Towards end, const QList<QColor> &grounds, OwnCapsule capsule)
 {
     const auto isFit = [&](const QColor &ink) {
         return isReadable(ink, grounds) &&
@@ -74,7 +88,7 @@ QColor moved(const QColor &color, const QColor &end, const QList<QColor> &ground
     };
     QColor result = color;
     for (double way = 0.02; way < 1 && !isFit(result); way += 0.02) {
-        result = blended(end, way, color);
+        result = lit(color, end, way);
     }
     return result;
 }
@@ -109,9 +123,9 @@ Colors Colors::of(Scheme scheme, const QColor &accent)
     // The ground that is nearest to the ink decides; a chip's capsule lies on any of them.
     const QColor nearest = colors[dark ? ColorRole::controlHover : ColorRole::sidebar];
     const QColor accentInk =
-        moved(base, dark ? Qt::white : Qt::black, {nearest, tinted}, OwnCapsule::counts);
+        moved(base, dark ? Towards::light : Towards::dark, {nearest, tinted}, OwnCapsule::counts);
     set(ColorRole::accent, accentInk);
-    const QColor fill = moved(base, Qt::black, {colors[ColorRole::onAccent]}, OwnCapsule::none);
+    const QColor fill = moved(base, Towards::dark, {colors[ColorRole::onAccent]}, OwnCapsule::none);
     set(ColorRole::accentFill, fill);
     set(ColorRole::accentFillHover, blended(Qt::black, 0.1, fill));
     set(ColorRole::scrim, QColor(0, 0, 0, dark ? 150 : 90));
