@@ -79,6 +79,7 @@ MpvHandle::MpvHandle(Sound sound)
         throw std::runtime_error(std::string("The player library doesn't start: ") +
                                  mpv_error_string(error));
     }
+    connect(this, &MpvHandle::woken, this, &MpvHandle::readEvents, Qt::QueuedConnection);
     mpv_set_wakeup_callback(get(), &MpvHandle::onWakeup, this);
 }
 
@@ -136,7 +137,7 @@ void MpvHandle::onWakeup(void *self)
 {
     auto *handle = static_cast<MpvHandle *>(self);
     if (!handle->m_isAwake.exchange(true)) {
-        QMetaObject::invokeMethod(handle, &MpvHandle::readEvents, Qt::QueuedConnection);
+        Q_EMIT handle->woken({});
     }
 }
 

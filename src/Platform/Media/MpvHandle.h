@@ -48,6 +48,8 @@ public:
 Q_SIGNALS:
     /// Valid during the call.
     void happened(const mpv_event &event);
+    /// From any thread.
+    void woken(QPrivateSignal);
 
 private:
     static void onWakeup(void *self);

@@ -49,6 +49,7 @@ RenderSurface::RenderSurface(mpv_handle *handle)
         throw std::runtime_error("The player library has no renderer.");
     }
     m_context.reset(context);
+    connect(this, &RenderSurface::woken, this, &RenderSurface::takeFrame, Qt::QueuedConnection);
     mpv_render_context_set_update_callback(context, &RenderSurface::onUpdate, this);
 }
 
@@ -92,7 +93,7 @@ void RenderSurface::onUpdate(void *self)
 {
     auto *surface = static_cast<RenderSurface *>(self);
     if (!surface->m_isAwake.exchange(true)) {
-        QMetaObject::invokeMethod(surface, &RenderSurface::takeFrame, Qt::QueuedConnection);
+        Q_EMIT surface->woken({});
     }
 }
 

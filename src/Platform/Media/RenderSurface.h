@@ -39,6 +39,8 @@ public:
 
 Q_SIGNALS:
     void pictureChanged();
+    /// From any thread.
+    void woken(QPrivateSignal);
 
 private:
     static void onUpdate(void *self);

@@ -32,6 +32,9 @@ std::optional<FrameMoment> momentAt(FilmTimeline &timeline, double seconds,
 TimelineReader::TimelineReader()
 {
     m_pool.setMaxThreadCount(1);
+    connect(
+        this, &TimelineReader::answered, this,
+        [](const std::function<void()> &deliver) { deliver(); }, Qt::QueuedConnection);
 }
 
 TimelineReader::~TimelineReader()
@@ -76,6 +79,6 @@ template <typename Work, typename Done> void TimelineReader::run(Work work, Done
                 done(result);
             }
         };
-        QMetaObject::invokeMethod(this, answer, Qt::QueuedConnection);
+        Q_EMIT answered(answer, {});
     });
 }

@@ -31,6 +31,10 @@ public:
     /// already.
     void find(double seconds, std::optional<double> after, const OnFound &onFound);
 
+Q_SIGNALS:
+    /// From the reading thread; the call belongs to the main one.
+    void answered(const std::function<void()> &deliver, QPrivateSignal);
+
 private:
     struct Film;
     template <typename Work, typename Done> void run(Work work, Done done);
