@@ -14,12 +14,18 @@ target_compile_definitions(morvix_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
     QT_NO_KEYWORDS QT_NO_FOREACH)
 
+# Watched is what users get. Tests compile three times as long with instruments and need none, but
+# for the thread sanitizer, which has to see both sides of every exchange.
+add_library(morvix_instruments INTERFACE)
 if(MORVIX_SANITIZE)
-    target_compile_options(morvix_options INTERFACE
+    target_compile_options(morvix_instruments INTERFACE
         -fsanitize=${MORVIX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
         # Instrumented code draws false warnings of this kind out of Qt's headers.
         -Wno-maybe-uninitialized)
     target_link_options(morvix_options INTERFACE -fsanitize=${MORVIX_SANITIZE})
+    if(MORVIX_SANITIZE MATCHES thread)
+        target_link_libraries(morvix_options INTERFACE morvix_instruments)
+    endif()
 endif()
 if(MORVIX_COVERAGE)
     target_compile_options(morvix_options INTERFACE --coverage -fprofile-update=atomic)
@@ -32,4 +38,6 @@ function(morvix_layer name)
     add_library(${name} STATIC ${LAYER_SOURCES})
     target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
     target_link_libraries(${name} PUBLIC morvix_options ${LAYER_LINKS})
+    target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:morvix_instruments>)
+    morvix_precompile(${name})
 endfunction()

@@ -43,6 +43,9 @@ install_packages() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
 }
 
+# Whether this machine has never compiled anything through the cache.
+is_first_build() { [ ! -d "$(ccache --get-config cache_dir)" ]; }
+
 # build_preset PRESET [-DNAME=VALUE…] [--target NAME]: configures once and builds; ninja finds out
 # what is new by itself.
 build_preset() {
@@ -54,6 +57,10 @@ build_preset() {
         *) settings+=("$1"); shift ;;
         esac
     done
-    [ -f "$root/build/$preset/build.ninja" ] || (cd "$root" && cmake --preset "$preset" "${settings[@]}")
+    if [ ! -f "$root/build/$preset/build.ninja" ]; then
+        # An empty cache helps nobody; precompiled headers halve the time.
+        is_first_build && settings+=(-DMORVIX_PRECOMPILE=ON)
+        (cd "$root" && cmake --preset "$preset" "${settings[@]}")
+    fi
     cmake --build "$root/build/$preset" "${targets[@]}"
 }

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Morvix authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// What most sources include of libraries, according to what their target links. Sources still
+// include what they use: builds without this header prove it.
+
+#pragma once
+
+#include <QtCore/QtCore>
+#ifdef QT_WIDGETS_LIB
+#include <QtWidgets/QtWidgets>
+#endif
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <variant>
+#include <vector>
+
+#ifdef MORVIX_WITH_GTEST
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#endif
