@@ -152,8 +152,10 @@ TEST_F(SavePresetSheetTest, the_words_follow_the_language_and_the_typed_name_sta
 
     EXPECT_EQ(m_sheet->accessibleName(), u"存为预设…"_s);
     EXPECT_TRUE(shows(u"存为预设…"_s));
-    EXPECT_EQ(find<TextField>(u"预设名称"_s)->placeholderText(), u"预设名称"_s);
-    EXPECT_EQ(find<TextField>(u"预设名称"_s)->text(), u"Half"_s);
+    const auto *field = find<TextField>(u"预设名称"_s);
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->placeholderText(), u"预设名称"_s);
+    EXPECT_EQ(field->text(), u"Half"_s);
     EXPECT_NE(find<Button>(u"取消"_s), nullptr);
     EXPECT_NE(find<Button>(u"保存"_s), nullptr);
 }
