@@ -98,5 +98,5 @@ std::optional<QString> Fmt::saving(qint64 originalBytes, qint64 newBytes)
     if (saved <= leastSaving + roundingOfDoubles) {
         return std::nullopt;
     }
-    return u'\u2212' + QString::number(static_cast<int>(saved * 100)) + u'%';
+    return u'\u2212' + Text::fixed(std::trunc(saved * 100), 0) + u'%';
 }

@@ -197,6 +197,11 @@ TEST(Fmt, a_saving_of_a_hundredth_or_less_is_not_told)
     }
 }
 
+TEST(Fmt, a_saving_beyond_every_measure_is_a_number_all_the_same)
+{
+    EXPECT_EQ(Fmt::saving(1, -30'000'000'000), u"\u22123000000000100%"_s);
+}
+
 TEST(Fmt, of_nothing_no_saving_is_told)
 {
     EXPECT_EQ(Fmt::saving(0, 0), std::nullopt);

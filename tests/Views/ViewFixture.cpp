@@ -40,17 +40,28 @@ void ReadyDialogs::openFiles(QWidget *, Kind kind, Count count, const Chosen &ch
         Q_UNREACHABLE();
     };
     opened += (count == Count::any ? u"any "_s : u"one "_s) + word();
-    if (!answer.isEmpty()) {
-        chosen(answer);
-    }
+    give(chosen);
 }
 
 void ReadyDialogs::openFolder(QWidget *, const Chosen &chosen)
 {
     opened += u"folder"_s;
-    if (!answer.isEmpty()) {
+    give(chosen);
+}
+
+void ReadyDialogs::give(const Chosen &chosen)
+{
+    if (isHolding) {
+        m_held = chosen;
+    } else if (!answer.isEmpty()) {
         chosen(answer);
     }
+}
+
+void ReadyDialogs::answerHeld()
+{
+    isHolding = false;
+    give(std::exchange(m_held, {}));
 }
 
 void RecordingDesktopServices::note(QStringView call, const QList<QUrl> &files)

@@ -31,7 +31,7 @@ struct FilmFacts {
     bool hasAlpha = false;
 };
 
-/// Answers dialogs at once with what the test has laid ready, and notes which one was opened.
+/// Answers dialogs with what the test has laid ready, and notes which one was opened.
 class ReadyDialogs : public FileDialogs
 {
 public:
@@ -42,6 +42,14 @@ public:
     QList<QUrl> answer;
     /// "any audioVisual", "one json", "folder".
     QStringList opened;
+    /// Until answerHeld() the person takes time to choose; otherwise the answer comes at once.
+    bool isHolding = false;
+    void answerHeld();
+
+private:
+    void give(const Chosen &chosen);
+
+    Chosen m_held;
 };
 
 /// Notes what the desktop was asked to do with files.

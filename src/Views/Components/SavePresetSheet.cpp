@@ -23,16 +23,12 @@ SavePresetSheet::SavePresetSheet(const ViewContext &context, QWidget *over, cons
     : Sheet(over, cardWidth)
     , m_context(context)
     , m_spec(spec)
+    , m_title(new TextLabel(Look::TextSize::headline, Look::ColorRole::text, QFont::DemiBold))
     , m_name(new TextField)
     , m_cancel(new Button)
     , m_save(new Button(Button::Kind::prominent))
 {
-    auto *title = new TextLabel(Look::TextSize::headline, Look::ColorRole::text, QFont::DemiBold);
-    title->setText(context.model.t(u"preset.save"_s));
-    setAccessibleName(title->text());
-    const QString nameWords = context.model.t(u"preset.name"_s);
-    m_name->setWords(nameWords, nameWords);
-    column()->addWidget(title);
+    column()->addWidget(m_title);
     column()->addWidget(m_name);
     column()->addSpacing(Look::Space::tiny);
     column()->addLayout(buildButtons());
@@ -42,6 +38,8 @@ SavePresetSheet::SavePresetSheet(const ViewContext &context, QWidget *over, cons
     connect(m_name, &QLineEdit::returnPressed, m_save, &QAbstractButton::click);
     connect(m_cancel, &QAbstractButton::clicked, this, &Sheet::dismiss);
     connect(m_save, &QAbstractButton::clicked, this, &SavePresetSheet::save);
+    connect(&m_context.model, &AppModel::languageChanged, this, &SavePresetSheet::setWords);
+    setWords();
     // The sheet is in sight already, without anything in it that could have taken the focus.
     m_name->setFocus(Qt::OtherFocusReason);
 }
@@ -50,12 +48,21 @@ QBoxLayout *SavePresetSheet::buildButtons()
 {
     auto *row = new QHBoxLayout;
     row->setSpacing(Look::Space::small);
-    m_cancel->setWords(m_context.model.t(u"common.cancel"_s));
-    m_save->setWords(m_context.model.t(u"common.save"_s));
     row->addStretch();
     row->addWidget(m_cancel);
     row->addWidget(m_save);
     return row;
+}
+
+void SavePresetSheet::setWords()
+{
+    const AppModel &model = m_context.model;
+    setAccessibleName(model.t(u"preset.save"_s));
+    m_title->setText(accessibleName());
+    const QString nameWords = model.t(u"preset.name"_s);
+    m_name->setWords(nameWords, nameWords);
+    m_cancel->setWords(model.t(u"common.cancel"_s));
+    m_save->setWords(model.t(u"common.save"_s));
 }
 
 QString SavePresetSheet::name() const

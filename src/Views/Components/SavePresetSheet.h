@@ -10,6 +10,7 @@
 class Button;
 class QBoxLayout;
 class TextField;
+class TextLabel;
 
 /// Asks for a name and saves parameters under it, with the output folder that is in force then.
 class SavePresetSheet : public Sheet
@@ -21,12 +22,14 @@ public:
 
 private:
     QBoxLayout *buildButtons();
+    void setWords();
     /// Without blanks at both ends.
     QString name() const;
     void save();
 
     const ViewContext m_context;
     const PresetSpec m_spec;
+    TextLabel *m_title;
     TextField *m_name;
     Button *m_cancel;
     Button *m_save;

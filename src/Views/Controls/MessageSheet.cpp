@@ -15,37 +15,46 @@ constexpr int cardWidth = 360;
 
 } // namespace
 
-MessageSheet::MessageSheet(QWidget *over, const Words &words) : Sheet(over, cardWidth)
+MessageSheet::MessageSheet(QWidget *over, const Words &words)
+    : Sheet(over, cardWidth)
+    , m_title(new TextLabel(Look::TextSize::headline, Look::ColorRole::text, QFont::DemiBold))
+    , m_message(new TextLabel)
 {
-    setAccessibleName(words.title);
-    auto *title = new TextLabel(Look::TextSize::headline, Look::ColorRole::text, QFont::DemiBold);
-    title->setText(words.title);
-    title->wrapping();
-    column()->addWidget(title);
-    if (!words.message.isEmpty()) {
-        auto *message = new TextLabel;
-        message->setText(words.message);
-        message->wrapping();
-        message->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        column()->addWidget(message);
-    }
+    m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    column()->addWidget(m_title->wrapping());
+    column()->addWidget(m_message->wrapping());
+    column()->addSpacing(Look::Space::tiny);
+    column()->addLayout(buildButtons(!words.action.isEmpty()));
+    setWords(words);
+    m_message->setVisible(!words.message.isEmpty());
+}
+
+QBoxLayout *MessageSheet::buildButtons(bool isQuestion)
+{
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(Look::Space::small);
     buttons->addStretch();
-    const bool isQuestion = !words.action.isEmpty();
-    auto *dismissal = new Button(isQuestion ? Button::Kind::plain : Button::Kind::prominent);
-    dismissal->setWords(words.dismissal);
-    connect(dismissal, &QAbstractButton::clicked, this, &Sheet::dismiss);
-    buttons->addWidget(dismissal);
+    m_dismissal = new Button(isQuestion ? Button::Kind::plain : Button::Kind::prominent);
+    connect(m_dismissal, &QAbstractButton::clicked, this, &Sheet::dismiss);
+    buttons->addWidget(m_dismissal);
     if (isQuestion) {
-        auto *action = new Button(Button::Kind::destructive);
-        action->setWords(words.action);
-        connect(action, &QAbstractButton::clicked, this, [this] {
+        m_action = new Button(Button::Kind::destructive);
+        connect(m_action, &QAbstractButton::clicked, this, [this] {
             dismiss();
             Q_EMIT accepted();
         });
-        buttons->addWidget(action);
+        buttons->addWidget(m_action);
     }
-    column()->addSpacing(Look::Space::tiny);
-    column()->addLayout(buttons);
+    return buttons;
+}
+
+void MessageSheet::setWords(const Words &words)
+{
+    setAccessibleName(words.title);
+    m_title->setText(words.title);
+    m_message->setText(words.message);
+    m_dismissal->setWords(words.dismissal);
+    if (m_action) {
+        m_action->setWords(words.action);
+    }
 }

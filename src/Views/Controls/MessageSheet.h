@@ -7,6 +7,10 @@
 
 #include <QString>
 
+class Button;
+class QBoxLayout;
+class TextLabel;
+
 /// A short message with one button, or a question with two. Answers at most once.
 class MessageSheet : public Sheet
 {
@@ -24,7 +28,18 @@ public:
 
     MessageSheet(QWidget *over, const Words &words);
 
+    /// The same in other words, as in another language. What was empty stays away.
+    void setWords(const Words &words);
+
 Q_SIGNALS:
     /// The person chose the action.
     void accepted();
+
+private:
+    QBoxLayout *buildButtons(bool isQuestion);
+
+    TextLabel *m_title;
+    TextLabel *m_message;
+    Button *m_dismissal = nullptr;
+    Button *m_action = nullptr;
 };

@@ -10,7 +10,7 @@
 #include <QWidget>
 
 /// A card laid over the whole window for one matter that has to be settled first. What is behind it
-/// can't be reached until it is gone; Esc dismisses it. It goes with close().
+/// can't be reached until it is gone; Esc dismisses it.
 class Sheet : public QWidget
 {
     Q_OBJECT

@@ -7,6 +7,7 @@
 #include "Views/Look/Symbols.h"
 
 #include <QKeyEvent>
+#include <QMenu>
 
 SymbolButton::SymbolButton(const QString &symbol, QWidget *parent) : QToolButton(parent)
 {
@@ -46,4 +47,12 @@ void SymbolButton::keyPressEvent(QKeyEvent *event)
         return;
     }
     QToolButton::keyPressEvent(event);
+}
+
+void SymbolButton::hideEvent(QHideEvent *event)
+{
+    if (menu()) {
+        menu()->close();
+    }
+    QToolButton::hideEvent(event);
 }

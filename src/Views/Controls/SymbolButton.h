@@ -9,6 +9,7 @@
 #include <QToolButton>
 
 /// A button that shows a symbol alone. What it does stands in its tooltip and its accessible name.
+/// When it goes out of sight, a menu of its that is open closes.
 class SymbolButton : public QToolButton
 {
     Q_OBJECT
@@ -24,6 +25,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     QString m_symbol;

@@ -41,7 +41,8 @@ bool isHopeless(const EstimateInfo &info)
 
 QString wholeSeconds(std::optional<double> seconds)
 {
-    return seconds ? Text::fixed(std::trunc(*seconds), 0) : QString();
+    // Less than a second below 0 is cut to a 0 with a sign, which the sum takes away.
+    return seconds ? Text::fixed(std::trunc(*seconds) + 0.0, 0) : QString();
 }
 
 } // namespace
@@ -109,12 +110,6 @@ QWidget *TargetSizePanel::buildSkips()
     return row;
 }
 
-bool TargetSizePanel::offersExactMode() const
-{
-    const auto &toolset = model().toolset();
-    return toolset && toolset->encoders.contains(u"libx264"_s);
-}
-
 TargetSizeParams TargetSizePanel::effectiveParams() const
 {
     TargetSizeParams params = m_params;
@@ -139,7 +134,7 @@ EstimateInfo TargetSizePanel::estimate(const VideoFile &file) const
 void TargetSizePanel::syncDefaults(const VideoFile &file)
 {
     // A choice of the exact mode survives a change of file: it is only ever switched on here.
-    if (offersExactMode() && model().preferExactMode()) {
+    if (model().offersExactMode() && model().preferExactMode()) {
         m_params.exactTwoPass = true;
     }
     const double skipped = m_head->seconds().value_or(0) + m_tail->seconds().value_or(0);
@@ -163,9 +158,9 @@ void TargetSizePanel::showParameters(const VideoFile &file, const EstimateInfo &
     m_muted->setEnabled(!file.audioStreams.isEmpty());
     m_exact->setWords(t(u"target.exact"));
     m_exact->setChecked(m_params.exactTwoPass);
-    m_exact->setVisible(offersExactMode());
+    m_exact->setVisible(model().offersExactMode());
     m_exactUnavailable->setText(t(u"target.exact.unavailable"));
-    m_exactUnavailable->setVisible(!offersExactMode());
+    m_exactUnavailable->setVisible(!model().offersExactMode());
     m_head->setWords(t(u"target.skip.head"));
     m_tail->setWords(t(u"target.skip.tail"));
     m_previewSection->setRequest(effectiveParams());

@@ -33,7 +33,6 @@ protected:
 private:
     Card *buildOptions();
     QWidget *buildSkips();
-    bool offersExactMode() const;
 
     PresetLadder *m_ladder;
     Switch *m_muted = nullptr;

@@ -51,6 +51,14 @@ QString portalName(const QWidget *window)
                : QString();
 }
 
+MessageSheet::Words trashQuestion(const AppModel &model)
+{
+    return {.title = model.t(u"queue.trashoriginal.confirm"_s),
+            .message = {},
+            .dismissal = model.t(u"common.cancel"_s),
+            .action = model.t(u"queue.trashoriginal"_s)};
+}
+
 } // namespace
 
 JobRow::JobRow(const ViewContext &context, QWidget *parent)
@@ -129,6 +137,8 @@ void JobRow::setJob(const std::shared_ptr<Job> &job)
     }
     m_job = job;
     m_pressed.reset();
+    // What is open was opened for the job before.
+    m_more->menu()->close();
     connect(m_job.get(), &Job::stateChanged, this, &JobRow::refreshSoon);
     refreshSoon();
 }
@@ -199,10 +209,9 @@ void JobRow::share()
 
 void JobRow::confirmTrashOriginal()
 {
-    auto *question = new MessageSheet(this, {.title = t(u"queue.trashoriginal.confirm"),
-                                             .message = {},
-                                             .dismissal = t(u"common.cancel"),
-                                             .action = t(u"queue.trashoriginal")});
+    auto *question = new MessageSheet(this, trashQuestion(model()));
+    connect(&model(), &AppModel::languageChanged, question,
+            [question, &model = model()] { question->setWords(trashQuestion(model)); });
     // The file that was asked about, whatever job the row shows by then.
     connect(question, &MessageSheet::accepted, question,
             [&desktop = context().desktop, original = m_job->input.url] {

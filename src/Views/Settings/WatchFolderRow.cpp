@@ -74,16 +74,10 @@ void WatchFolderRow::setItem(const WatchFolderConfig &config)
     }
 }
 
-QList<UserPreset> WatchFolderRow::presets() const
-{
-    return model().presets() ? model().presets()->presets() : QList<UserPreset>();
-}
-
-// The first choice is none.
+// By what the menu showed, whatever has become of the presets since. The first choice is none.
 void WatchFolderRow::pickPreset(int index)
 {
-    const QList<UserPreset> all = presets();
-    const auto id = index > 0 ? std::optional(all.at(index - 1).id) : std::nullopt;
+    const auto id = index > 0 ? std::optional(m_choices.at(index - 1)) : std::nullopt;
     model().watchEngine()->setPreset(id, m_config.id);
     Q_EMIT edited();
 }
@@ -96,12 +90,20 @@ void WatchFolderRow::refresh()
     m_presetWords->setText(t(u"watch.preset"));
     m_preset->setAccessibleName(t(u"watch.preset"));
     m_remove->setWords(t(u"common.remove"));
+    showPresets();
+}
+
+void WatchFolderRow::showPresets()
+{
     QStringList names{u"—"_s};
     qsizetype shown = 0;
-    for (const UserPreset &preset : presets()) {
+    m_choices.clear();
+    const auto presets = model().presets() ? model().presets()->presets() : QList<UserPreset>();
+    for (const UserPreset &preset : presets) {
         // A preset that is gone acts like none, and is shown so.
         shown = preset.id == m_config.presetID ? names.size() : shown;
         names += preset.name;
+        m_choices += preset.id;
     }
     m_preset->setWords(names);
     m_preset->setShown(static_cast<int>(shown));

@@ -37,9 +37,11 @@ private:
     void buildRow();
     void connectControls();
     void pickPreset(int index);
-    QList<UserPreset> presets() const;
+    void showPresets();
 
     WatchFolderConfig m_config;
+    /// As they stand in the menu, behind none.
+    QList<QUuid> m_choices;
     Switch *m_enabled;
     ElidedLabel *m_path;
     TextLabel *m_presetWords;

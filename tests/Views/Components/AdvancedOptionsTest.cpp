@@ -323,6 +323,19 @@ TEST_F(AdvancedOptionsTest, a_cancelled_dialog_leaves_the_sound_alone)
     EXPECT_TRUE(m_told.isEmpty());
 }
 
+TEST_F(AdvancedOptionsTest, a_file_that_is_chosen_after_the_panel_has_gone_is_for_nobody)
+{
+    showOptions();
+    m_dialogs.answer = {QUrl(u"file:///music/song.m4a"_s)};
+    m_dialogs.isHolding = true;
+    click(find<Button>(u"Replace audio with…"_s));
+
+    m_window.reset();
+    m_dialogs.answerHeld();
+
+    EXPECT_TRUE(m_told.isEmpty());
+}
+
 TEST_F(AdvancedOptionsTest, the_crop_is_part_of_the_options)
 {
     showOptions();

@@ -9,6 +9,8 @@
 #include "Views/Controls/Switch.h"
 #include "Views/Controls/TextField.h"
 
+#include <QTest>
+
 using Aspect = CropSpec::Aspect;
 using Crop = std::optional<CropSpec>;
 using namespace Qt::StringLiterals;
@@ -147,6 +149,22 @@ TEST_F(CropPickerTest, what_is_no_number_is_not_stored_and_goes)
     EXPECT_EQ(m_picker->crop(), (CropSpec{Aspect::free, 640, {}}));
     EXPECT_EQ(width()->text(), u"640"_s);
     EXPECT_EQ(height()->text(), u"720"_s);
+}
+
+TEST_F(CropPickerTest, a_side_beyond_every_picture_is_not_taken_and_goes)
+{
+    setCrop(CropSpec{Aspect::free, 640, 480});
+
+    width()->setFocus();
+    width()->selectAll();
+    QTest::keyClicks(width(), u"99999999999999999999"_s);
+    settle();
+    const std::optional<CropSpec> typed = m_picker->crop();
+    press(Qt::Key_Tab);
+
+    // The digits on the way to it are numbers of their own.
+    EXPECT_EQ(typed, (CropSpec{Aspect::free, 999'999'999, 480}));
+    EXPECT_EQ(width()->text(), u"999999999"_s);
 }
 
 TEST_F(CropPickerTest, a_crop_that_is_set_is_shown_and_not_told)

@@ -141,3 +141,36 @@ TEST_F(SavePresetSheetTest, tab_stays_within_the_sheet)
 
     EXPECT_EQ(QApplication::focusWidget(), name());
 }
+
+TEST_F(SavePresetSheetTest, the_words_follow_the_language_and_the_typed_name_stays)
+{
+    openSheet();
+    type(name(), u"Half"_s);
+
+    m_model->setLanguage(AppLanguage::simplifiedChinese);
+    settle();
+
+    EXPECT_EQ(m_sheet->accessibleName(), u"存为预设…"_s);
+    EXPECT_TRUE(shows(u"存为预设…"_s));
+    const auto *field = find<TextField>(u"预设名称"_s);
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->placeholderText(), u"预设名称"_s);
+    EXPECT_EQ(field->text(), u"Half"_s);
+    EXPECT_NE(find<Button>(u"取消"_s), nullptr);
+    EXPECT_NE(find<Button>(u"保存"_s), nullptr);
+}
+
+TEST_F(SavePresetSheetTest, taken_away_twice_it_goes_once)
+{
+    openSheet();
+    int dismissals = 0;
+    QObject::connect(m_sheet, &Sheet::dismissed, m_window.get(), [&dismissals] { ++dismissals; });
+
+    m_sheet->dismiss();
+    m_sheet->dismiss();
+    settle();
+
+    EXPECT_EQ(dismissals, 1);
+    EXPECT_FALSE(m_sheet);
+    EXPECT_EQ(QApplication::focusWidget(), m_behind);
+}

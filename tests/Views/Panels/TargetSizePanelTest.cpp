@@ -122,7 +122,8 @@ TEST_F(TargetSizePanelTest, text_that_is_no_possible_size_leaves_the_target_as_i
 {
     open();
 
-    for (const QString &text : {u"0"_s, u"-5"_s, u"100001"_s, u"abc"_s, u"4 8"_s, u"nan"_s}) {
+    for (const QString &text : {u"0"_s, u"-5"_s, u"100001"_s, u"abc"_s, u"4 8"_s, u"nan"_s,
+                                u"inf"_s, u"1e999"_s, u"0x10"_s}) {
         // A digit on the way to the whole text may be a size of its own.
         click(card(u"25 MB"_s));
         field(customName)->setText(text);
@@ -363,6 +364,61 @@ TEST_F(TargetSizePanelTest, an_applied_preset_fills_the_panel_once)
     EXPECT_EQ(field(headName)->text(), u"12"_s);
     EXPECT_EQ(field(tailName)->text(), QString());
     EXPECT_EQ(m_model->appliedPreset(), std::nullopt);
+}
+
+TEST_F(TargetSizePanelTest, a_presets_skip_of_less_than_nothing_is_cut_towards_zero)
+{
+    open();
+    TargetSizeParams params;
+    params.skipHeadSeconds = -0.5;
+    params.skipTailSeconds = -1.5;
+
+    m_model->applyPreset(preset(params));
+    settle();
+
+    EXPECT_EQ(field(headName)->text(), u"0"_s);
+    EXPECT_EQ(field(tailName)->text(), u"-1"_s);
+}
+
+TEST_F(TargetSizePanelTest, a_preset_that_is_deleted_once_applied_is_taken_up_all_the_same)
+{
+    startWithFilm();
+    showPanel<TargetSizePanel>();
+    TargetSizeParams params;
+    params.targetMB = 50;
+    const UserPreset applied = preset(params);
+
+    m_model->applyPreset(applied);
+    m_model->deletePreset(applied.id);
+    settle();
+
+    EXPECT_THAT(litCards(), ElementsAre(u"50 MB"_s));
+}
+
+TEST_F(TargetSizePanelTest, parameters_can_be_saved_after_their_film_and_their_panel_are_gone)
+{
+    const TempFolder data;
+    const auto presets = std::make_shared<PresetStore>(QUrl::fromLocalFile(data.path()));
+    installObedientFFmpeg();
+    start({.collections = {presets, nullptr}});
+    m_file = take(u"film.mp4"_s);
+    auto *panel = new TargetSizePanel(context());
+    auto *window = new QWidget;
+    panel->setParent(window);
+    show(window, {780, 1200});
+    panel->setGeometry(window->rect());
+    settle();
+    click(card(u"50 MB"_s));
+    click(button(u"Save as Preset…"_s));
+
+    m_model->removeFile(m_file.id);
+    delete panel;
+    settle();
+    type(field(u"Preset name"_s), u"Fifty"_s);
+    press(Qt::Key_Return);
+
+    ASSERT_EQ(presets->presets().size(), 1);
+    EXPECT_EQ(std::get<TargetSizeParams>(presets->presets().first().spec).targetMB, 50);
 }
 
 TEST_F(TargetSizePanelTest, the_same_preset_applied_again_fills_the_panel_again)

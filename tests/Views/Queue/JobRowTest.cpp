@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "Queue/QueueFixture.h"
+#include "Views/Controls/ElidedLabel.h"
 #include "Views/Controls/MessageSheet.h"
 #include "Views/Controls/ProgressBar.h"
 #include "Views/Controls/Spinner.h"
@@ -10,7 +11,12 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDrag>
+#include <QHelpEvent>
 #include <QTest>
+#include <QTimer>
+#include <QToolTip>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 using ::testing::ElementsAre;
@@ -58,6 +64,26 @@ protected:
     {
         m_job = add(u"film.mp4"_s);
         showQueue();
+    }
+
+    /// Opens the menu of the film's row and does that while it is open. Whether it closed of
+    /// itself.
+    bool closesMenu(const std::function<void()> &change)
+    {
+        bool wasOpen = false;
+        bool closed = false;
+        QTimer::singleShot(0, m_window.get(), [&] {
+            wasOpen = QApplication::activePopupWidget();
+            change();
+            settle();
+            QWidget *menu = QApplication::activePopupWidget();
+            closed = !menu;
+            if (menu) {
+                menu->close();
+            }
+        });
+        click(find<QAbstractButton>(u"Open… film.mp4"_s));
+        return wasOpen && closed;
     }
 
     std::shared_ptr<Job> m_job;
@@ -244,6 +270,62 @@ TEST_F(JobRowTest, the_menu_has_its_entries_in_order_and_symbols_where_they_belo
                                      u"Move original to Trash *"_s));
 }
 
+TEST_F(JobRowTest, an_open_menu_closes_when_its_job_goes_from_the_list)
+{
+    textsIn(result(2, 1));
+
+    EXPECT_TRUE(closesMenu([this] { m_model->clearFinished(); }));
+}
+
+TEST_F(JobRowTest, an_open_menu_closes_when_its_row_goes_to_another_job)
+{
+    textsIn(result(2, 1));
+    const std::shared_ptr<Job> other = add(u"other.mp4"_s, result(4, 1));
+
+    EXPECT_TRUE(closesMenu([&] { rows().first()->setJob(other); }));
+}
+
+TEST_F(JobRowTest, an_open_menu_closes_when_the_result_is_no_more)
+{
+    textsIn(result(2, 1));
+
+    EXPECT_TRUE(closesMenu([this] { m_model->retryJob(m_job->id); }));
+}
+
+TEST_F(JobRowTest, an_open_menu_stays_while_other_jobs_come)
+{
+    textsIn(result(2, 1));
+
+    EXPECT_FALSE(closesMenu([this] { add(u"other.mp4"_s); }));
+}
+
+TEST_F(JobRowTest, the_question_follows_the_language_while_it_stands)
+{
+    textsIn(result(2, 1));
+    choose(u"Open… film.mp4"_s, u"Move original to Trash"_s);
+
+    m_model->setLanguage(AppLanguage::simplifiedChinese);
+    settle();
+
+    EXPECT_TRUE(shows(u"要将原文件移到回收站吗？"_s));
+    EXPECT_NE(find<QAbstractButton>(u"取消"_s), nullptr);
+    click(find<QAbstractButton>(u"将原文件移到回收站"_s));
+    EXPECT_THAT(m_desktopServices.calls, ElementsAre(u"trash film.mp4"_s));
+}
+
+TEST_F(JobRowTest, the_question_is_about_the_file_it_was_asked_for_though_the_job_has_gone)
+{
+    textsIn(result(2, 1));
+    add(u"other.mp4"_s);
+    choose(u"Open… film.mp4"_s, u"Move original to Trash"_s);
+
+    m_model->clearFinished();
+    settle();
+    click(find<QAbstractButton>(u"Move original to Trash"_s));
+
+    EXPECT_THAT(m_desktopServices.calls, ElementsAre(u"trash film.mp4"_s));
+}
+
 TEST_F(JobRowTest, the_original_goes_to_the_trash_only_after_a_yes)
 {
     textsIn(result(2, 1));
@@ -351,6 +433,20 @@ TEST_F(JobRowTest, the_words_follow_the_language_and_a_stored_message_does_not)
 
     EXPECT_EQ(textsOf(rows().first()).last(), u"失败: No room."_s);
     EXPECT_THAT(actionsOf(rows().first()), ElementsAre(u"重试 film.mp4"_s));
+}
+
+TEST_F(JobRowTest, a_name_that_is_cut_is_read_whole_and_as_it_stands)
+{
+    const QString name = u"<b>"_s + QString(400, u'x') + u".mp4"_s;
+    add(name);
+    auto *label = rows().last()->findChild<ElidedLabel *>();
+    ASSERT_EQ(label->text(), name);
+
+    QHelpEvent hover(QEvent::ToolTip, {5, 5}, label->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(label, &hover);
+
+    EXPECT_TRUE(QToolTip::text().contains(name.toHtmlEscaped()));
+    QToolTip::hideText();
 }
 
 TEST(JobFacts, the_colour_tells_the_outcome)

@@ -214,6 +214,20 @@ TEST_F(OutputSettingsTest, a_cancelled_dialog_leaves_the_folder_as_it_was)
     EXPECT_EQ(m_model->outputDirectoryPath(), u"/films/out"_s);
 }
 
+TEST_F(OutputSettingsTest, a_folder_that_is_chosen_after_the_sheet_has_gone_is_taken)
+{
+    showSheet();
+    m_dialogs.isHolding = true;
+    choose(QUrl(u"file:///films/late/"_s));
+
+    m_sheet->dismiss();
+    settle();
+    ASSERT_FALSE(m_sheet);
+    m_dialogs.answerHeld();
+
+    EXPECT_EQ(m_model->outputDirectoryPath(), u"/films/late"_s);
+}
+
 TEST_F(OutputSettingsTest, the_button_to_choose_stays_where_it_is)
 {
     showSheet();

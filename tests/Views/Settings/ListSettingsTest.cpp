@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QJsonObject>
+#include <QTest>
 
 #include <algorithm>
 
@@ -152,6 +153,41 @@ TEST_F(WatchFolderSettingsTest, a_preset_is_picked_and_put_back_to_none)
 
     pick(part<MenuPicker>(0), u"—"_s);
     EXPECT_FALSE(storedFolders().at(0).toObject().contains(u"presetID"_s));
+}
+
+TEST_F(WatchFolderSettingsTest, a_preset_is_picked_by_its_words_though_another_has_just_gone)
+{
+    const QUuid small = savePreset(u"Small"_s);
+    const QUuid large = savePreset(u"Large"_s);
+    watch(u"/films/a"_s);
+    showSheet();
+    auto *picker = part<MenuPicker>(0);
+    picker->setFocus();
+
+    m_model->deletePreset(large);
+    // Before the menu has heard of it.
+    ASSERT_EQ(picker->itemText(2), u"Small"_s);
+    QTest::keyClick(picker, Qt::Key_End);
+    settle();
+
+    EXPECT_EQ(QUuid(storedFolders().at(0)[u"presetID"_s].toString()), small);
+    EXPECT_EQ(picker->currentText(), u"Small"_s);
+}
+
+TEST_F(WatchFolderSettingsTest, a_folder_that_is_chosen_after_the_sheet_has_gone_is_watched)
+{
+    showSheet();
+    m_dialogs.answer = {QUrl(u"file:///films/late/"_s)};
+    m_dialogs.isHolding = true;
+    reach(find<Button>(u"Add folder…"_s));
+
+    m_sheet->dismiss();
+    settle();
+    ASSERT_FALSE(m_sheet);
+    m_dialogs.answerHeld();
+
+    ASSERT_EQ(storedFolders().size(), 1);
+    EXPECT_EQ(storedFolders().at(0)[u"path"_s], u"/films/late"_s);
 }
 
 TEST_F(WatchFolderSettingsTest, the_preset_of_a_folder_is_shown_when_the_sheet_comes_up)
