@@ -8,6 +8,7 @@
 
 #include <QHelpEvent>
 #include <QPainter>
+#include <QTextDocument> // Qt::convertFromPlainText
 #include <QToolTip>
 
 #include <algorithm>
@@ -88,7 +89,9 @@ void ElidedLabel::paintEvent(QPaintEvent *)
 bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && isCut() && toolTip().isEmpty()) {
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), m_text, this);
+        // A tooltip reads what looks like markup as such.
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                           Qt::convertFromPlainText(m_text, Qt::WhiteSpaceNormal), this);
         return true;
     }
     return QWidget::event(event);
