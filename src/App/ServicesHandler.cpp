@@ -6,6 +6,8 @@
 #include "App/AppModel.h"
 #include "App/FileURL.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <array>
 

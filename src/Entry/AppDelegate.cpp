@@ -114,10 +114,12 @@ void AppDelegate::makeMainWindow()
     connect(m_window.get(), &MainWindow::closed, this, &AppDelegate::terminate);
 }
 
+// The window first, here and below: the token goes through the environment, which the children that
+// the files call for copy as they start.
 void AppDelegate::applicationOpen(const QList<QUrl> &urls, const QString &activationToken)
 {
-    m_appModel->addURLs(FileURL::filesAmong(urls));
     m_window->bringToFront(activationToken);
+    m_appModel->addURLs(FileURL::filesAmong(urls));
 }
 
 void AppDelegate::applicationActivate(const QString &activationToken)
@@ -128,8 +130,8 @@ void AppDelegate::applicationActivate(const QString &activationToken)
 void AppDelegate::performService(QuickAction action, const QList<QUrl> &urls,
                                  const QString &activationToken)
 {
-    m_servicesHandler->handle(urls, action);
     m_window->bringToFront(activationToken);
+    m_servicesHandler->handle(urls, action);
 }
 
 void AppDelegate::orderFrontStandardAboutPanel()

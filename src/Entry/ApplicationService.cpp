@@ -3,6 +3,8 @@
 
 #include "Entry/ApplicationService.h"
 
+#include "Platform/ApplicationID.h"
+
 #include <QDBusPendingCallWatcher>
 
 #include <utility>
@@ -11,7 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto serviceName = QLatin1StringView("app.morvix.Morvix");
 constexpr auto objectPath = QLatin1StringView("/app/morvix/Morvix");
 constexpr auto interfaceName = QLatin1StringView("org.freedesktop.Application");
 
@@ -27,14 +28,14 @@ QDBusMessage nameRequest()
     QDBusMessage message =
         QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
                                        u"org.freedesktop.DBus"_s, u"RequestName"_s);
-    message << QString(serviceName) << doNotQueue;
+    message << QString(applicationID) << doNotQueue;
     return message;
 }
 
 QDBusMessage methodCall(const QString &method, const QVariantList &arguments)
 {
     QDBusMessage message =
-        QDBusMessage::createMethodCall(serviceName, objectPath, interfaceName, method);
+        QDBusMessage::createMethodCall(applicationID, objectPath, interfaceName, method);
     message.setArguments(arguments);
     // Should it have gone meanwhile, it is this start that takes its place.
     message.setAutoStartService(false);

@@ -13,7 +13,6 @@ namespace {
 
 // Of the content, which the menu stands above.
 constexpr QSize firstSize{1040, 700};
-constexpr QSize leastSize{920, 640};
 
 } // namespace
 
@@ -21,7 +20,6 @@ MainWindow::MainWindow(QMenuBar *menu, QWidget *content)
 {
     setWindowTitle(u"Morvix"_s);
     setMenuBar(menu);
-    content->setMinimumSize(leastSize);
     setCentralWidget(content);
     resize(firstSize.width(), firstSize.height() + menu->sizeHint().height());
     const QRect free = screen()->availableGeometry();

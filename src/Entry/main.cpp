@@ -4,6 +4,7 @@
 #include "App/FileURL.h"
 #include "App/ProcessLocale.h"
 #include "Entry/Program.h"
+#include "Platform/ApplicationID.h"
 
 #include <QApplication>
 #include <QFile>
@@ -12,8 +13,6 @@
 #include <array>
 #include <clocale>
 #include <csignal>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -62,7 +61,7 @@ int main(int argc, char *argv[])
     const QApplication application(nameAlone, argv);
     // Qt puts the user's locale in force, and numbers in files and on command lines aren't his.
     std::setlocale(LC_NUMERIC, "C");
-    QApplication::setDesktopFileName(u"app.morvix.Morvix"_s);
+    QApplication::setDesktopFileName(applicationID);
     Program program(request);
     program.start();
     return QApplication::exec();

@@ -3,15 +3,12 @@
 
 #include "Views/DropTarget.h"
 
-#include "App/FileURL.h"
 #include "Views/Look/Metrics.h"
 #include "Views/Look/Painting.h"
 #include "Views/Look/Symbols.h"
 #include "Views/Look/Theme.h"
 #include "Views/Look/Type.h"
 
-#include <QDragEnterEvent>
-#include <QMimeData>
 #include <QPainter>
 
 #include <algorithm>
@@ -45,20 +42,12 @@ FieldColors fieldColors(bool isHighlighted)
             Look::color(ColorRole::text)};
 }
 
-// Whatever the other side would rather do: the files stay where they are.
-void acceptCopy(QDropEvent &event)
-{
-    event.setDropAction(Qt::CopyAction);
-    event.accept();
-}
-
 } // namespace
 
 DropTarget::DropTarget(QString symbolName, QWidget *parent)
     : QWidget(parent)
     , m_symbolName(std::move(symbolName))
 {
-    setAcceptDrops(true);
     setFixedHeight(fieldHeight);
     setFont(Look::font(Look::TextSize::caption));
 }
@@ -92,32 +81,6 @@ QSize DropTarget::sizeHint() const
 QSize DropTarget::minimumSizeHint() const
 {
     return sizeHint();
-}
-
-void DropTarget::dragEnterEvent(QDragEnterEvent *event)
-{
-    if (event->mimeData()->hasUrls()) {
-        acceptCopy(*event);
-        Q_EMIT hoverBegan();
-    }
-}
-
-// Comes only behind an accepted enter.
-void DropTarget::dragMoveEvent(QDragMoveEvent *event)
-{
-    acceptCopy(*event);
-}
-
-void DropTarget::dragLeaveEvent(QDragLeaveEvent *)
-{
-    Q_EMIT hoverEnded();
-}
-
-void DropTarget::dropEvent(QDropEvent *event)
-{
-    acceptCopy(*event);
-    Q_EMIT hoverEnded();
-    Q_EMIT filesDropped(FileURL::filesAmong(event->mimeData()->urls()));
 }
 
 void DropTarget::paintEvent(QPaintEvent *)

@@ -3,12 +3,10 @@
 
 #pragma once
 
-#include <QList>
 #include <QString>
-#include <QUrl>
 #include <QWidget>
 
-/// A field with a symbol over a title that takes dropped files.
+/// A field with a symbol over a title, on which something can be dropped.
 class DropTarget : public QWidget
 {
     Q_OBJECT
@@ -25,18 +23,7 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
-Q_SIGNALS:
-    /// Files came over the field, and left it again or were dropped.
-    void hoverBegan();
-    void hoverEnded();
-    /// The files among what was dropped; none when it was something else.
-    void filesDropped(const QList<QUrl> &urls);
-
 protected:
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void dragMoveEvent(QDragMoveEvent *event) override;
-    void dragLeaveEvent(QDragLeaveEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

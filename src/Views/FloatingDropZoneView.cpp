@@ -6,6 +6,7 @@
 #include "App/AppModel.h"
 #include "Views/Controls/TextLabel.h"
 #include "Views/DropTarget.h"
+#include "Views/FileDrop.h"
 #include "Views/Look/Metrics.h"
 
 #include <QHBoxLayout>
@@ -69,14 +70,16 @@ QWidget *FloatingDropZoneView::buildFields()
 DropTarget *FloatingDropZoneView::buildField(QuickAction action, const QString &symbolName)
 {
     auto *target = new DropTarget(symbolName, this);
-    connect(target, &DropTarget::hoverBegan, this, [this, action] { setHovered(action); });
-    connect(target, &DropTarget::hoverEnded, this, [this, action] {
-        // The next field may have been entered before this one is told that it was left.
-        if (m_hovered == action) {
+    const auto *drop = new FileDrop(target);
+    connect(drop, &FileDrop::overChanged, this, [this, action](bool over) {
+        if (over) {
+            setHovered(action);
+        } else if (m_hovered == action) {
+            // The next field may have been entered before this one is told that it was left.
             setHovered(std::nullopt);
         }
     });
-    connect(target, &DropTarget::filesDropped, this,
+    connect(drop, &FileDrop::dropped, this,
             [this, action](const QList<QUrl> &urls) { m_appModel.runQuickAction(action, urls); });
     return target;
 }

@@ -42,6 +42,17 @@ QString label(FileDialogs::Kind kind)
     Q_UNREACHABLE();
 }
 
+/// In capitals too, as cameras write them: the desktop's own dialog may tell them apart.
+QStringList withCapitals(const QStringList &patterns)
+{
+    QStringList both = patterns;
+    for (const QString &pattern : patterns) {
+        both += pattern.toUpper();
+    }
+    both.removeDuplicates();
+    return both;
+}
+
 /// One filter for all types of the kind: a dialog would offer each MIME type by itself.
 QString nameFilter(FileDialogs::Kind kind)
 {
@@ -55,8 +66,7 @@ QString nameFilter(FileDialogs::Kind kind)
             patterns += type.globPatterns();
         }
     }
-    patterns.removeDuplicates();
-    return label(kind) + u" ("_s + patterns.join(u' ') + u')';
+    return label(kind) + u" ("_s + withCapitals(patterns).join(u' ') + u')';
 }
 
 } // namespace

@@ -5,10 +5,10 @@
 
 #include "Views/Controls/SymbolView.h"
 #include "Views/Controls/TextLabel.h"
+#include "Views/FileDrop.h"
 #include "Views/Look/Metrics.h"
 #include "Views/Look/Painting.h"
 #include "Views/Look/Theme.h"
-#include "Views/Shell/FileDrop.h"
 #include "Views/Shell/FilmDialog.h"
 
 #include <QPainter>
@@ -35,15 +35,23 @@ struct Face {
 DropZone::DropZone(const ViewContext &context, QWidget *parent)
     : CardButton(parent)
     , m_context(context)
+    , m_drop(new FileDrop(this))
     , m_title(new TextLabel(Look::TextSize::title, ColorRole::text, QFont::DemiBold))
     , m_subtitle(new TextLabel(Look::TextSize::body, ColorRole::secondaryText))
 {
-    setAcceptDrops(true);
     setFixedHeight(zoneHeight);
     build();
     refreshTexts();
     connect(&m_context.model, &AppModel::languageChanged, this, &DropZone::refreshTexts);
+    connect(m_drop, &FileDrop::overChanged, this, qOverload<>(&DropZone::update));
+    connect(m_drop, &FileDrop::dropped, this,
+            [this](const QList<QUrl> &urls) { m_context.model.addURLs(urls); });
     connect(this, &QAbstractButton::clicked, this, [this] { FilmDialog::open(m_context, this); });
+}
+
+bool DropZone::isTargeted() const
+{
+    return m_drop->isOver();
 }
 
 void DropZone::build()
@@ -67,34 +75,10 @@ void DropZone::refreshTexts()
     setAccessibleDescription(m_subtitle->text());
 }
 
-void DropZone::setTargeted(bool targeted)
-{
-    if (targeted != m_isTargeted) {
-        m_isTargeted = targeted;
-        update();
-    }
-}
-
-void DropZone::dragEnterEvent(QDragEnterEvent *event)
-{
-    setTargeted(FileDrop::accept(event));
-}
-
-void DropZone::dragLeaveEvent(QDragLeaveEvent *)
-{
-    setTargeted(false);
-}
-
-void DropZone::dropEvent(QDropEvent *event)
-{
-    setTargeted(false);
-    m_context.model.addURLs(FileDrop::take(event));
-}
-
 void DropZone::paintEvent(QPaintEvent *)
 {
     const bool isLit = underMouse() || isDown();
-    const Face face = m_isTargeted ? Face{ColorRole::accentTint, ColorRole::accent}
+    const Face face = isTargeted() ? Face{ColorRole::accentTint, ColorRole::accent}
                       : isLit      ? Face{ColorRole::controlHover, ColorRole::secondaryText}
                                    : Face{ColorRole::card, ColorRole::outline};
     QPainter painter(this);

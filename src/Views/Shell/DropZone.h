@@ -6,6 +6,7 @@
 #include "Views/Controls/CardButton.h"
 #include "Views/ViewContext.h"
 
+class FileDrop;
 class TextLabel;
 
 /// The large field of the landing page: takes dropped films, and a click asks for some.
@@ -17,21 +18,17 @@ public:
     explicit DropZone(const ViewContext &context, QWidget *parent = nullptr);
 
     /// Whether a drag is over it.
-    bool isTargeted() const { return m_isTargeted; }
+    bool isTargeted() const;
 
 protected:
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void dragLeaveEvent(QDragLeaveEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void build();
     void refreshTexts();
-    void setTargeted(bool targeted);
 
     const ViewContext m_context;
+    FileDrop *m_drop;
     TextLabel *m_title;
     TextLabel *m_subtitle;
-    bool m_isTargeted = false;
 };

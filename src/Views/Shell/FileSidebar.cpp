@@ -155,6 +155,9 @@ void FileSidebar::removeSelected()
 void FileSidebar::showMenuOfSelected()
 {
     const qsizetype here = selectedIndex();
+    if (here < 0) {
+        return;
+    }
     m_list->reveal(here);
     if (auto *row = static_cast<FileRow *>(m_list->rowAt(here))) {
         row->showMenu(row->mapToGlobal(row->rect().center()));

@@ -4,13 +4,12 @@
 #include "Views/Shell/WorkspaceView.h"
 
 #include "Views/Controls/HairLine.h"
+#include "Views/FileDrop.h"
 #include "Views/Queue/QueueView.h"
 #include "Views/Shell/ActionArea.h"
 #include "Views/Shell/DividedSplitter.h"
-#include "Views/Shell/FileDrop.h"
 #include "Views/Shell/FileSidebar.h"
 
-#include <QDragEnterEvent>
 #include <QHBoxLayout>
 
 namespace {
@@ -27,7 +26,6 @@ WorkspaceView::WorkspaceView(const ViewContext &context, TopBar::ShowDropZone sh
                              QWidget *parent)
     : View(context, parent)
 {
-    setAcceptDrops(true);
     buildSplitter();
     auto *rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -35,6 +33,8 @@ WorkspaceView::WorkspaceView(const ViewContext &context, TopBar::ShowDropZone sh
     rows->addWidget(new TopBar(context, std::move(showDropZone)));
     rows->addWidget(new HairLine(Qt::Horizontal));
     rows->addWidget(m_splitter, 1);
+    connect(new FileDrop(this), &FileDrop::dropped, this,
+            [this](const QList<QUrl> &urls) { model().addURLs(urls); });
     follow(&AppModel::jobsChanged);
     follow(&AppModel::showQueueChanged);
 }
@@ -81,14 +81,4 @@ void WorkspaceView::showQueue(bool show)
         m_queueHasSize = true;
         m_splitter->setSizes({m_splitter->height() - firstQueueHeight, firstQueueHeight});
     }
-}
-
-void WorkspaceView::dragEnterEvent(QDragEnterEvent *event)
-{
-    FileDrop::accept(event);
-}
-
-void WorkspaceView::dropEvent(QDropEvent *event)
-{
-    model().addURLs(FileDrop::take(event));
 }

@@ -21,8 +21,6 @@ public:
 
 protected:
     void refresh() override;
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
 
 private:
     QWidget *buildFileArea();

@@ -50,7 +50,8 @@ TEST_F(DesktopFileDialogsTest, a_dialog_for_films_takes_any_number_of_videos_and
     EXPECT_EQ(dialog()->fileMode(), QFileDialog::ExistingFiles);
     ASSERT_EQ(dialog()->nameFilters().size(), 1);
     const QString filter = dialog()->nameFilters().first();
-    for (const QString &pattern : {u"*.mp4"_s, u"*.mkv"_s, u"*.mov"_s, u"*.mp3"_s, u"*.wav"_s}) {
+    for (const QString &pattern :
+         {u"*.mp4"_s, u"*.mkv"_s, u"*.mov"_s, u"*.mp3"_s, u"*.wav"_s, u"*.MP4"_s, u"*.MOV"_s}) {
         EXPECT_TRUE(filter.contains(pattern)) << pattern.toStdString();
     }
     EXPECT_FALSE(filter.contains(u"*.png"_s));

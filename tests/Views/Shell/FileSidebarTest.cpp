@@ -15,8 +15,10 @@
 
 #include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QScrollBar>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -115,6 +117,34 @@ TEST_F(FileSidebarTest, an_estimate_above_nothing_has_a_line)
 
     EXPECT_EQ(shown, u"→ 24.3 MB"_s);
     EXPECT_EQ(linesOf(1).last(), QString());
+}
+
+TEST_F(FileSidebarTest, a_name_that_looks_like_markup_is_told_as_it_stands)
+{
+    open();
+    take(u"<b>a film whose name is far too long for its place<b>.mp4"_s);
+    auto *name = row(0)->findChild<ElidedLabel *>();
+
+    QHelpEvent event(QEvent::ToolTip, {5, 5}, name->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(name, &event);
+
+    EXPECT_TRUE(QToolTip::text().contains(u"&lt;b&gt;.mp4"_s)) << QToolTip::text().toStdString();
+    QToolTip::hideText();
+}
+
+TEST_F(FileSidebarTest, the_menu_key_without_a_selection_leaves_the_list_where_it_is)
+{
+    open();
+    takeMany(30);
+    list()->verticalScrollBar()->setValue(500);
+    m_model->setSelectedFileID(std::nullopt);
+    settle();
+
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, {5, 5},
+                            only<FileSidebar>()->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(only<FileSidebar>(), &event);
+
+    EXPECT_EQ(list()->verticalScrollBar()->value(), 500);
 }
 
 TEST_F(FileSidebarTest, a_click_selects_the_file)

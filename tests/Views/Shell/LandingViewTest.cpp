@@ -3,6 +3,8 @@
 
 #include "ShellFixture.h"
 
+#include "Views/Controls/TextLabel.h"
+#include "Views/Look/Theme.h"
 #include "Views/Shell/ActionCard.h"
 #include "Views/Shell/DropZone.h"
 #include "Views/Shell/LandingView.h"
@@ -10,14 +12,33 @@
 #include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QTest>
+
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
+/// As far as eight bits a channel and the painter's rounding allow.
+bool isLike(const QColor &one, const QColor &other)
+{
+    return std::abs(one.red() - other.red()) <= 1 && std::abs(one.green() - other.green()) <= 1 &&
+           std::abs(one.blue() - other.blue()) <= 1;
+}
+
 class LandingViewTest : public ShellFixture
 {
 protected:
+    static QColor fillOf(QWidget *widget) { return widget->grab().toImage().pixelColor(20, 20); }
+    static QColor edgeOf(QWidget *widget)
+    {
+        return widget->grab().toImage().pixelColor(0, widget->height() / 2);
+    }
+    int topOf(const QWidget *part) const { return part->mapTo(m_window.get(), QPoint()).y(); }
+
     ActionCard *cardOf(ActionKind kind)
     {
         for (ActionCard *card : m_window->findChildren<ActionCard *>()) {
@@ -43,6 +64,36 @@ TEST_F(LandingViewTest, the_leading_action_has_a_card_of_its_own_above_a_grid_of
     EXPECT_EQ(kinds, QList<ActionKind>(all.begin(), all.end()));
     EXPECT_TRUE(shows(u"No upload · No watermark · No queue"_s));
     EXPECT_TRUE(shows(u"1.2 GB → 100 MB · 83 MB → under 25 MB"_s));
+}
+
+TEST_F(LandingViewTest, the_page_is_read_from_the_drop_zone_down_to_the_grid)
+{
+    open();
+
+    const QList<int> tops{topOf(only<DropZone>()),
+                          topOf(find<TextLabel>(u"No upload · No watermark · No queue"_s)),
+                          topOf(cardOf(ActionKind::targetSize)),
+                          topOf(find<TextLabel>(u"1.2 GB → 100 MB · 83 MB → under 25 MB"_s)),
+                          topOf(cardOf(ActionKind::convert))};
+
+    EXPECT_TRUE(std::ranges::is_sorted(tops, std::less_equal()));
+}
+
+TEST_F(LandingViewTest, the_outline_of_a_card_goes_from_grey_to_the_accent_under_the_pointer)
+{
+    open();
+    auto *card = cardOf(ActionKind::convert);
+    const QColor fill = Look::color(Look::ColorRole::card);
+    const QColor resting = edgeOf(card);
+
+    QTest::mouseMove(card);
+    settle();
+
+    EXPECT_TRUE(card->isHovered());
+    EXPECT_TRUE(
+        isLike(resting, Look::blended(Look::color(Look::ColorRole::secondaryText), 0.18, fill)));
+    EXPECT_TRUE(
+        isLike(edgeOf(card), Look::blended(Look::color(Look::ColorRole::accent), 0.5, fill)));
 }
 
 TEST_F(LandingViewTest, three_cards_of_equal_width_stand_in_a_row_ten_points_apart)
@@ -119,11 +170,14 @@ TEST_F(LandingViewTest, the_drop_zone_lights_up_while_files_are_over_it)
     QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(zone, &enter);
     const bool isLitOver = zone->isTargeted();
+    const QColor fillOver = fillOf(zone);
     QDragLeaveEvent leave;
     QCoreApplication::sendEvent(zone, &leave);
 
     EXPECT_TRUE(enter.isAccepted());
     EXPECT_TRUE(isLitOver);
+    EXPECT_TRUE(isLike(fillOver, Look::color(Look::ColorRole::accentTint)));
+    EXPECT_TRUE(isLike(fillOf(zone), Look::color(Look::ColorRole::card)));
     EXPECT_FALSE(zone->isTargeted());
 }
 
@@ -134,7 +188,6 @@ TEST_F(LandingViewTest, the_drop_zone_refuses_what_are_no_files)
     data.setText(u"words"_s);
 
     QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    enter.ignore();
     QCoreApplication::sendEvent(only<DropZone>(), &enter);
 
     EXPECT_FALSE(enter.isAccepted());
