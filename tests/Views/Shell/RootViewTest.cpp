@@ -124,6 +124,21 @@ TEST_F(RootViewTest, an_error_that_takes_anothers_place_is_shown_in_one_alert)
     EXPECT_EQ(m_model->lastError(), u"Second."_s);
 }
 
+TEST_F(RootViewTest, an_error_of_many_lines_leaves_the_button_in_the_window)
+{
+    open();
+    const QString line =
+        u"Error while decoding stream #0:0: Invalid data found when processing\n"_s;
+
+    m_model->setLastError(line.repeated(60));
+    settle();
+
+    auto *button = find<Button>(u"Close"_s);
+    ASSERT_NE(button, nullptr);
+    const QRect place(button->mapTo(m_window.get(), QPoint()), button->size());
+    EXPECT_TRUE(m_window->rect().contains(place)) << place.bottom();
+}
+
 TEST_F(RootViewTest, an_error_that_was_taken_back_takes_its_alert_away)
 {
     open();
