@@ -77,7 +77,10 @@ ViewFixture::ViewFixture() = default;
 
 ViewFixture::~ViewFixture()
 {
-    m_window.reset();
+    // As when a person closes it: the focus goes while all of the window is still there.
+    if (m_window) {
+        m_window->hide();
+    }
 }
 
 void ViewFixture::show(QWidget *window, QSize size)
