@@ -71,12 +71,12 @@ AppModel::AppModel(Settings settings, PlatformServices services, Collections col
     , m_settings(std::move(settings))
     , m_services(std::move(services))
     , m_collections(std::move(collections))
+    , m_toolSearch(locateFFmpeg())
     , m_probePool(mostProbes, QThread::InheritPriority)
     , m_keyframePool(keyframeQuestions, QThread::LowPriority)
     , m_executorPool(mostExecutors, QThread::InheritPriority)
 {
     readSettings();
-    locateFFmpeg();
     startWatchFolders();
 }
 
@@ -99,24 +99,38 @@ void AppModel::readSettings()
     m_outputDirectoryPath = m_settings.text(keys().outputDirectoryPath);
 }
 
-void AppModel::locateFFmpeg()
+// Where the tools are is known at once. What they offer takes ffmpeg longer to tell than it takes
+// the window to appear, and on few processors the answer would hold up the window even without a
+// wait. No failure is told: there are no files yet that it would matter to.
+std::shared_ptr<ToolSearch> AppModel::locateFFmpeg() const
 {
     FFmpegLocator &locator = FFmpegLocator::shared();
     locator.searched = true;
-    locator.toolset = locator.discover();
-    m_toolset = locator.toolset;
-    if (m_toolset) {
-        m_hardwareEncoders = std::make_shared<HardwareEncoders>(*m_toolset);
-    } else if (!m_files.isEmpty()) {
-        setLastError(t(u"settings.ffmpeg.missing"_s));
+    return std::make_shared<ToolSearch>(
+        locator, [questions = m_questions](const auto &child) { questions->adopt(child); });
+}
+
+const AppModel::LocatedTools &AppModel::located() const
+{
+    if (!m_located) {
+        const std::optional<FFmpegToolset> &toolset = m_toolSearch->result();
+        FFmpegLocator::shared().toolset = toolset;
+        m_located = {toolset, toolset ? std::make_shared<HardwareEncoders>(*toolset) : nullptr};
     }
+    return *m_located;
 }
 
 void AppModel::checkHardwareEncoders()
 {
-    if (m_hardwareEncoders) {
+    m_executorPool.run([search = m_toolSearch] { return search->result().has_value(); },
+                       [this](bool) { tryHardwareEncoders(); });
+}
+
+void AppModel::tryHardwareEncoders()
+{
+    if (located().hardwareEncoders) {
         m_executorPool.run(
-            [encoders = m_hardwareEncoders] {
+            [encoders = located().hardwareEncoders] {
                 encoders->check();
                 return true;
             },
@@ -130,10 +144,10 @@ void AppModel::checkHardwareEncoders()
 
 QList<AppModel::CodecEncoder> AppModel::encoderStandIns() const
 {
-    if (!m_hardwareEncoders) {
+    if (!located().hardwareEncoders) {
         return {};
     }
-    const EncoderStandIns::Table table = m_hardwareEncoders->standIns();
+    const EncoderStandIns::Table table = located().hardwareEncoders->standIns();
     QList<CodecEncoder> found;
     for (const NamedCodec &named : namedCodecs) {
         const QList<StandIn> standIns = table.value(named.plannedEncoder);
@@ -146,7 +160,7 @@ QList<AppModel::CodecEncoder> AppModel::encoderStandIns() const
 
 bool AppModel::offersExactMode() const
 {
-    return m_toolset && m_toolset->encoders.contains(u"libx264"_s);
+    return toolset() && toolset()->encoders.contains(u"libx264"_s);
 }
 
 // A child that is just being launched hears nothing yet: all are asked again until none is left.
@@ -154,8 +168,8 @@ void AppModel::endChildren()
 {
     const auto askAll = [this] {
         m_questions->terminateAll();
-        if (m_hardwareEncoders) {
-            m_hardwareEncoders->cancel();
+        if (m_located && m_located->hardwareEncoders) {
+            m_located->hardwareEncoders->cancel();
         }
         for (const std::weak_ptr<PlanExecutor> &started : m_startedExecutors) {
             if (const std::shared_ptr<PlanExecutor> executor = started.lock()) {
@@ -172,7 +186,7 @@ void AppModel::endChildren()
 
 std::shared_ptr<PlanExecutor> AppModel::makeExecutor()
 {
-    auto executor = std::make_shared<PlanExecutor>(m_toolset->ffmpegURL);
+    auto executor = std::make_shared<PlanExecutor>(toolset()->ffmpegURL);
     std::erase_if(m_startedExecutors, [](const auto &started) { return started.expired(); });
     m_startedExecutors.push_back(executor);
     return executor;

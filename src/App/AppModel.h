@@ -13,6 +13,7 @@
 #include "Engine/PlanExecutor.h"
 #include "Engine/PresetStore.h"
 #include "Engine/PreviewEngine.h"
+#include "Engine/ToolSearch.h"
 #include "Engine/WatchFolderEngine.h"
 #include "Models/ActionKind.h"
 #include "Models/Job.h"
@@ -45,7 +46,7 @@ class QueueWorker;
 /// The one observable object of the application: the files, the settings and the queue. Views read
 /// its properties, redraw from its signals and call its operations; a signal comes only when a
 /// value has truly changed. Lives on the main thread, which it never blocks but for the search for
-/// the tools at its making.
+/// the tools, when somebody needs them before it has ended.
 class AppModel : public QObject
 {
     Q_OBJECT
@@ -108,7 +109,8 @@ public:
         static Collections ofUser();
     };
 
-    /// Reads the settings, looks for the tools and begins to watch the folders.
+    /// Reads the settings, looks where the tools are and begins to watch the folders. What the
+    /// tools offer is asked by the first who needs it, or by checkHardwareEncoders().
     AppModel(Settings settings, PlatformServices services, Collections collections = {},
              QObject *parent = nullptr);
     /// Ends every child and removes what jobs left in the temporary directory.
@@ -151,8 +153,8 @@ public:
 
     /// In order of adding, which is the order of work.
     const JobList &jobs() const { return m_jobs; }
-    /// Absent when the search found none.
-    const std::optional<FFmpegToolset> &toolset() const { return m_toolset; }
+    /// Absent when the search found none; never changes. Until the search has ended, this blocks.
+    const std::optional<FFmpegToolset> &toolset() const { return located().toolset; }
     bool queuePaused() const { return m_queuePaused; }
     /// Keeps workers from taking the next job; a running one goes on. Not kept between runs.
     void setQueuePaused(bool paused);
@@ -182,7 +184,8 @@ public:
     JobPlan runnablePlan(const JobPlan &plan) const;
     /// What a refusal says to the user.
     QString builderMessage(const BuilderError &error) const;
-    /// Tries the hardware encoders in the background; until that ends, software does their work.
+    /// Ends the search for the tools in the background, and then tries the hardware encoders there;
+    /// until that ends, software does their work.
     void checkHardwareEncoders();
     /// A codec by its common name, and the encoder that does its work.
     struct CodecEncoder {
@@ -309,6 +312,13 @@ private:
 
     using PreviewEnding = std::variant<PreviewImages, std::exception_ptr>;
 
+    /// What the search for the tools has found.
+    struct LocatedTools {
+        std::optional<FFmpegToolset> toolset;
+        /// Null without tools.
+        std::shared_ptr<HardwareEncoders> hardwareEncoders;
+    };
+
     template <typename Value>
     void assign(Value &field, const std::type_identity_t<Value> &value, void (AppModel::*changed)())
     {
@@ -320,7 +330,9 @@ private:
     }
 
     void readSettings();
-    void locateFFmpeg();
+    std::shared_ptr<ToolSearch> locateFFmpeg() const;
+    const LocatedTools &located() const;
+    void tryHardwareEncoders();
     void startWatchFolders();
     void takeWatched(const WatchFolderConfig &config, const QList<QUrl> &urls);
 
@@ -385,8 +397,6 @@ private:
     std::optional<QString> m_outputDirectoryPath;
 
     std::optional<QUrl> m_sourceRoot;
-    std::optional<FFmpegToolset> m_toolset;
-    std::shared_ptr<HardwareEncoders> m_hardwareEncoders;
     QHash<QUuid, std::shared_ptr<PlanExecutor>> m_executors;
     // All that may still run: a job that is put back while it runs has two, and a preview's is in
     // no list of jobs.
@@ -399,6 +409,9 @@ private:
     QSet<QUuid> m_filesOfJobs;
 
     const std::shared_ptr<ChildGroup> m_questions = std::make_shared<ChildGroup>();
+    const std::shared_ptr<ToolSearch> m_toolSearch;
+    // Absent until somebody needs the tools. To callers they have always been there.
+    mutable std::optional<LocatedTools> m_located;
     BackgroundPool m_probePool;
     BackgroundPool m_keyframePool;
     BackgroundPool m_executorPool;

@@ -59,7 +59,7 @@ void AppModel::addURLs(const QList<QUrl> &urls, const OnProbed &onProbed)
 
 void AppModel::probe(const QUrl &url, const OnProbed &onProbed)
 {
-    const auto ask = [url, tools = m_toolset,
+    const auto ask = [url, tools = toolset(),
                       questions = m_questions]() -> std::optional<VideoFile> {
         if (!tools) {
             return std::nullopt;
@@ -119,13 +119,13 @@ QFuture<QList<double>> AppModel::keyframes(const VideoFile &file)
     if (known != m_keyframeCache.cend()) {
         return answered(*known);
     }
-    if (!m_toolset) {
+    if (!toolset()) {
         return answered({});
     }
     const auto answer = std::make_shared<KeyframeAnswer>();
     answer->start();
     // A film whose keyframes can't be had isn't asked again.
-    const auto ask = [file, ffprobe = m_toolset->ffprobeURL, questions = m_questions] {
+    const auto ask = [file, ffprobe = toolset()->ffprobeURL, questions = m_questions] {
         try {
             return ProbeService::keyframeTimes(file.url, ffprobe,
                                                [&](const auto &child) { questions->adopt(child); });

@@ -10,13 +10,13 @@ using namespace Qt::StringLiterals;
 void AppModel::generatePreview(const PreviewEngine::Request &request, double position)
 {
     const std::optional<VideoFile> file = selectedFile();
-    if (!m_toolset || !file || m_previewRunning) {
+    if (!toolset() || !file || m_previewRunning) {
         return;
     }
     assign(m_previewRunning, true, &AppModel::previewRunningChanged);
     assign(m_previewImages, {}, &AppModel::previewImagesChanged);
     try {
-        runPreview(PreviewEngine::plan(*file, position, request, *m_toolset));
+        runPreview(PreviewEngine::plan(*file, position, request, *toolset()));
     } catch (const BuilderError &) {
         endPreview(t(u"error.probe"_s));
     }

@@ -42,7 +42,7 @@ void AppModel::enqueue(const JobMode &mode, Scope scope)
     const std::optional<VideoFile> selected = selectedFile();
     const QList<VideoFile> targets =
         scope == Scope::allFiles || !selected ? m_files : QList<VideoFile>{*selected};
-    if (targets.isEmpty() || !m_toolset) {
+    if (targets.isEmpty() || !toolset()) {
         return;
     }
     for (const VideoFile &file : targets) {
@@ -59,7 +59,7 @@ void AppModel::enqueueProbed(const VideoFile &file, const JobMode &mode)
 
 void AppModel::enqueueMerge(const JobMode &mode, const QList<VideoFile> &files)
 {
-    if (files.size() < 2 || !m_toolset) {
+    if (files.size() < 2 || !toolset()) {
         return;
     }
     const auto job = std::make_shared<Job>(files.first(), files.sliced(1), mode, std::nullopt);
@@ -165,7 +165,7 @@ void AppModel::clearFinished()
 
 void AppModel::run(const std::shared_ptr<Job> &job, const std::function<void()> &done)
 {
-    if (!m_toolset) {
+    if (!toolset()) {
         Q_EMIT jobFailed(job, std::make_exception_ptr(EngineError::missingFFmpeg()));
         job->setState(Job::Failed{t(u"settings.ffmpeg.missing"_s)});
         done();
@@ -206,7 +206,7 @@ std::optional<QUrl> AppModel::outputDirectoryOf(const Job &job) const
 
 JobPlan AppModel::buildPlan(const Job &job) const
 {
-    return JobPlanner::plan(job, m_toolset, outputDirectoryOf(job),
+    return JobPlanner::plan(job, toolset(), outputDirectoryOf(job),
                             m_outputTemplate.isEmpty() ? std::nullopt
                                                        : std::optional(m_outputTemplate));
 }
@@ -214,8 +214,8 @@ JobPlan AppModel::buildPlan(const Job &job) const
 JobPlan AppModel::runnablePlan(const JobPlan &plan) const
 {
     const JobPlan timed = FrameTiming::apply(plan);
-    return m_hardwareEncoders ? EncoderStandIns::apply(timed, m_hardwareEncoders->standIns())
-                              : timed;
+    const auto &hardware = located().hardwareEncoders;
+    return hardware ? EncoderStandIns::apply(timed, hardware->standIns()) : timed;
 }
 
 QString AppModel::builderMessage(const BuilderError &error) const

@@ -3,8 +3,6 @@
 
 #include "Engine/FFmpegLocator.h"
 
-#include "Engine/ProcessRunner.h"
-
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -91,10 +89,11 @@ std::optional<FFmpegLocator::Binaries> FFmpegLocator::findBinaries() const
     return std::nullopt;
 }
 
-QSet<QString> FFmpegLocator::queryEncoders(const QUrl &ffmpegURL)
+QSet<QString> FFmpegLocator::queryEncoders(const QUrl &ffmpegURL,
+                                           const ProcessRunner::OnSpawn &onSpawn)
 {
     const ProcessResult result =
-        ProcessRunner::runSync(ffmpegURL, {u"-hide_banner"_s, u"-encoders"_s});
+        ProcessRunner::runSync(ffmpegURL, {u"-hide_banner"_s, u"-encoders"_s}, onSpawn);
     if (result.exitCode != 0) {
         return {};
     }
@@ -110,12 +109,17 @@ QSet<QString> FFmpegLocator::queryEncoders(const QUrl &ffmpegURL)
 
 std::optional<FFmpegToolset> FFmpegLocator::discover() const
 {
-    const std::optional<Binaries> binaries = findBinaries();
+    return discover(findBinaries());
+}
+
+std::optional<FFmpegToolset> FFmpegLocator::discover(const std::optional<Binaries> &binaries,
+                                                     const ProcessRunner::OnSpawn &onSpawn)
+{
     if (!binaries) {
         return std::nullopt;
     }
     // An ffmpeg that can't list its encoders counts as none; the search doesn't go on behind it.
-    const QSet<QString> encoders = queryEncoders(binaries->ffmpeg);
+    const QSet<QString> encoders = queryEncoders(binaries->ffmpeg, onSpawn);
     if (encoders.isEmpty()) {
         return std::nullopt;
     }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Engine/FFmpegToolset.h"
+#include "Engine/ProcessRunner.h"
 
 #include <QList>
 #include <QSet>
@@ -18,15 +19,27 @@ class FFmpegLocator
 public:
     static FFmpegLocator &shared();
 
-    /// Looks in `bundledDirectory()`, then in `candidateDirs`, then
-    /// in the folders of PATH; the first place that has both tools wins, and only its ffmpeg is
-    /// asked for its encoders. Absent when there is no such place or when that ffmpeg can't list
-    /// any. Blocks for as long as ffmpeg takes; there is no time limit.
+    struct Binaries {
+        QUrl ffmpeg;
+        QUrl ffprobe;
+    };
+
+    /// Looks in `bundledDirectory()`, then in `candidateDirs`, then in the folders of PATH; the
+    /// first place that has both tools wins. Absent when there is no such place.
+    std::optional<Binaries> findBinaries() const;
+
+    /// Finds the tools and asks ffmpeg for its encoders, no other one than the first found. Absent
+    /// when there is none or when it can't list any. Blocks for as long as ffmpeg takes; there is
+    /// no time limit.
     std::optional<FFmpegToolset> discover() const;
+    /// The second half of it, from any thread. `onSpawn` gets the ffmpeg that is asked.
+    static std::optional<FFmpegToolset> discover(const std::optional<Binaries> &binaries,
+                                                 const ProcessRunner::OnSpawn &onSpawn = {});
 
     /// The names of the video and audio encoders that a build lists; empty when it fails. The
-    /// format is that of `ffmpeg -encoders`.
-    static QSet<QString> queryEncoders(const QUrl &ffmpegURL);
+    /// format is that of `ffmpeg -encoders`. From any thread.
+    static QSet<QString> queryEncoders(const QUrl &ffmpegURL,
+                                       const ProcessRunner::OnSpawn &onSpawn = {});
 
     /// The latest result.
     std::optional<FFmpegToolset> toolset;
@@ -44,13 +57,7 @@ public:
                            QString bundled = bundledDirectory());
 
 private:
-    struct Binaries {
-        QUrl ffmpeg;
-        QUrl ffprobe;
-    };
-
     static QList<QUrl> defaultCandidateDirs();
-    std::optional<Binaries> findBinaries() const;
 
     const QString m_bundled;
 };

@@ -20,7 +20,6 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -84,11 +83,6 @@ void AppDelegate::applicationDidFinishLaunching()
     registerServices();
     makeMainWindow();
     m_window->bringToFront();
-    // Behind the first look at the window.
-    QTimer::singleShot(0, this, [this] {
-        QApplication::setWindowIcon(applicationIcon());
-        m_appModel->checkHardwareEncoders();
-    });
 }
 
 void AppDelegate::buildMenu()
@@ -112,6 +106,13 @@ void AppDelegate::makeMainWindow()
         new RootView(ViewContext{*m_appModel, *m_desktop, *m_dialogs}, showDropZone));
     // Also with jobs running, and with the drop zone still floating.
     connect(m_window.get(), &MainWindow::closed, this, &AppDelegate::terminate);
+    connect(m_window.get(), &MainWindow::appeared, this, &AppDelegate::finishBehindWindow);
+}
+
+void AppDelegate::finishBehindWindow()
+{
+    QApplication::setWindowIcon(applicationIcon());
+    m_appModel->checkHardwareEncoders();
 }
 
 // The window first, here and below: the token goes through the environment, which the children that

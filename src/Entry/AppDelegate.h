@@ -64,6 +64,8 @@ private:
     void buildMenu();
     void registerServices();
     void makeMainWindow();
+    /// What can wait until the window is seen, and would hold it up otherwise.
+    void finishBehindWindow();
 
     std::unique_ptr<AppModel> m_appModel;
     const std::shared_ptr<DesktopServices> m_desktop;

@@ -49,3 +49,13 @@ void MainWindow::closeEvent(QCloseEvent *event)
     event->accept();
     Q_EMIT closed();
 }
+
+// Told when the whole window is on the screen: its own turn to paint comes before its parts'.
+void MainWindow::paintEvent(QPaintEvent *event)
+{
+    QMainWindow::paintEvent(event);
+    if (!m_hasAppeared) {
+        m_hasAppeared = true;
+        QMetaObject::invokeMethod(this, &MainWindow::appeared, Qt::QueuedConnection);
+    }
+}

@@ -22,7 +22,13 @@ public:
 
 Q_SIGNALS:
     void closed();
+    /// It has been painted for the first time.
+    void appeared();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool m_hasAppeared = false;
 };

@@ -5,6 +5,7 @@
 
 #include "Platform/SilentServices.h"
 #include "support/FakeTool.h"
+#include "support/Processes.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -215,6 +216,24 @@ void AppFixture::installEncoders(const QStringList &names, const QByteArray &bod
                                          "if [ \"$2\" = -encoders ]; then\n"
                                          "    printf ' V....D %s x\\n' " +
                                              list + "\n    exit 0\nfi\n" + body + '\n');
+}
+
+void AppFixture::holdEncoders(const VideoFile &film)
+{
+    installFFmpeg({});
+    const QByteArray gate = film.url.toLocalFile().toUtf8() + ".gate";
+    m_tools.writeExecutable(u"ffmpeg"_s, "#!/bin/sh\n"
+                                         "if [ \"$2\" = -encoders ]; then\n"
+                                         "    read -r go < '" +
+                                             gate +
+                                             "'\n"
+                                             "    echo ' V....D libx264 x'\n"
+                                             "    exit 0\nfi\nexit 1\n");
+}
+
+QList<qint64> AppFixture::askedForEncoders() const
+{
+    return Processes::withWords({m_tools.path(), u"-encoders"_s});
 }
 
 void AppFixture::removeTools()

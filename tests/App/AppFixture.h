@@ -106,6 +106,10 @@ protected:
     void installObedientFFmpeg();
     /// Puts an ffmpeg with those encoders in place, whose every other run does what the body says.
     void installEncoders(const QStringList &names, const QByteArray &body = "exit 1");
+    /// Has ffmpeg wait at that film's Gate before it tells its encoders, libx264 alone.
+    void holdEncoders(const VideoFile &film);
+    /// The ffmpegs that are asked for their encoders.
+    QList<qint64> askedForEncoders() const;
     /// As on a machine without ffmpeg.
     void removeTools();
     /// The ones of this machine.

@@ -305,9 +305,10 @@ TEST_F(AppModelRunTest, a_refused_plan_has_a_text_for_each_reason)
               u"导出 WebM 需要带 libvpx 的 ffmpeg。可运行：brew install ffmpeg"_s);
 }
 
-TEST_F(AppModelRunTest, an_ffmpeg_that_has_gone_since_the_start_fails_with_the_systems_words)
+TEST_F(AppModelRunTest, an_ffmpeg_that_has_gone_since_it_was_found_fails_with_the_systems_words)
 {
     start();
+    ASSERT_TRUE(m_model->toolset());
     QFile::remove(m_tools.path(u"ffmpeg"_s));
     const QString message = messageOf(runOne());
     EXPECT_TRUE(message.startsWith("FFmpeg error: "_L1)) << message.toStdString();

@@ -8,6 +8,8 @@
 #include "Entry/MainWindow.h"
 #include "Platform/SilentServices.h"
 #include "Views/DropZonePanelWindow.h"
+#include "Views/Shell/LandingView.h"
+#include "Views/Shell/WorkspaceView.h"
 #include "support/EventLoop.h"
 #include "support/Processes.h"
 
@@ -105,6 +107,32 @@ TEST_F(Delegate, opens_a_window_of_1040_by_700_that_shrinks_to_920_by_640)
     window().resize(100, 100);
     EXPECT_TRUE(
         QTest::qWaitFor([this] { return window().centralWidget()->size() == QSize(920, 640); }));
+}
+
+TEST_F(Delegate, shows_the_landing_page_while_ffmpeg_hangs_and_the_workspace_once_it_answers)
+{
+    const VideoFile held = film(u"held.mp4"_s);
+    const Gate gate(held);
+    holdEncoders(held);
+    start();
+    m_delegate =
+        std::make_unique<AppDelegate>(std::move(m_model), makeSilentServices().desktopServices);
+
+    m_delegate->applicationDidFinishLaunching();
+
+    bool hasAppeared = false;
+    QObject::connect(&window(), &MainWindow::appeared, &window(),
+                     [&hasAppeared] { hasAppeared = true; });
+    ASSERT_TRUE(EventLoop::waitFor([&] { return hasAppeared; }, &window(), &MainWindow::appeared));
+    ASSERT_TRUE(window().findChild<LandingView *>());
+    EXPECT_TRUE(window().findChild<LandingView *>()->isVisible());
+    EXPECT_FALSE(window().findChild<WorkspaceView *>());
+    EXPECT_TRUE(Processes::eventually([this] { return askedForEncoders().size() == 1; }));
+    gate.open();
+    m_delegate->applicationOpen({QUrl::fromLocalFile(m_films.write(u"a.mp4"_s, "x"))}, {});
+    ASSERT_TRUE(waitForFiles(1));
+    EXPECT_TRUE(window().findChild<WorkspaceView *>()->isVisible());
+    EXPECT_TRUE(model().offersExactMode());
 }
 
 TEST_F(Delegate, centres_the_window_on_the_screen)
