@@ -6,6 +6,7 @@
 #include "Views/Controls/Switch.h"
 #include "Views/View.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QDragMoveEvent>
@@ -15,8 +16,12 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMimeData>
 #include <QTest>
+#include <QTimer>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -117,6 +122,30 @@ void ViewFixture::click(QWidget *widget, QPoint position)
     // To the window, so that whatever lies above the widget gets the click, as it would.
     QWidget *window = widget->window();
     QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, widget->mapTo(window, position));
+    settle();
+}
+
+void ViewFixture::choose(const QString &button, const QString &entry)
+{
+    auto *opener = find<QAbstractButton>(button);
+    ASSERT_NE(opener, nullptr) << button.toStdString();
+    // The click comes back when the menu is closed.
+    QTimer::singleShot(0, m_window.get(), [&entry] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        const QList<QAction *> actions = menu->actions();
+        const auto found = std::ranges::find(actions, entry, &QAction::text);
+        ASSERT_NE(found, actions.end()) << entry.toStdString();
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(*found).center());
+    });
+    click(opener);
+    activateAgain();
+}
+
+void ViewFixture::activateAgain()
+{
+    m_window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
     settle();
 }
 
@@ -238,6 +267,14 @@ QUrl ViewFixture::layReady(const QString &name, const FilmFacts &facts)
     write(url.toLocalFile(), "film");
     write(url.toLocalFile() + u".json"_s, probeAnswer(facts));
     return url;
+}
+
+void ViewFixture::holdProbes()
+{
+    m_tools.writeExecutable(u"ffprobe"_s, "#!/bin/sh\n"
+                                          "for film in \"$@\"; do :; done\n"
+                                          "read -r go < \"$film.gate\"\n"
+                                          "exec cat \"$film.json\"\n");
 }
 
 VideoFile ViewFixture::take(const QString &name, const FilmFacts &facts)

@@ -91,6 +91,8 @@ protected:
     void click(QWidget *widget, QPoint position);
     /// Types into the widget, after a click on it; what stood there is replaced.
     void type(QWidget *field, const QString &text);
+    /// Opens the menu of that button by a click, and clicks on that entry.
+    void choose(const QString &button, const QString &entry);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Drops files on the widget as a file manager does: enter, move, drop. Whether it took them.
     bool drop(QWidget *target, const QList<QUrl> &urls);
@@ -112,8 +114,13 @@ protected:
     bool shows(const QString &text) const { return visibleTexts().contains(text); }
     /// Lays a made-up film into the folder of films, where drops and dialogs may find it.
     QUrl layReady(const QString &name, const FilmFacts &facts = {});
+    /// From now on a probe waits for the Gate of its film.
+    void holdProbes();
     /// Has the application object take that film in, and gives it as it came.
     VideoFile take(const QString &name, const FilmFacts &facts = {});
+
+    /// Gives the window the activity again, as a window manager does when a menu closes.
+    void activateAgain();
 
     RecordingDesktopServices m_desktopServices;
     ReadyDialogs m_dialogs;

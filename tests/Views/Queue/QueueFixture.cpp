@@ -8,9 +8,6 @@
 #include "Views/Queue/QueueView.h"
 
 #include <QAbstractButton>
-#include <QApplication>
-#include <QTest>
-#include <QTimer>
 
 #include <algorithm>
 
@@ -85,21 +82,4 @@ QStringList QueueFixture::actionsOf(const JobRow *row)
         }
     }
     return names;
-}
-
-void QueueFixture::choose(const QString &button, const QString &entry)
-{
-    QTimer::singleShot(0, m_window.get(), [&entry] {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        ASSERT_NE(menu, nullptr);
-        const QList<QAction *> actions = menu->actions();
-        const auto found = std::ranges::find(actions, entry, &QAction::text);
-        ASSERT_NE(found, actions.end()) << entry.toStdString();
-        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(*found).center());
-    });
-    click(find<QAbstractButton>(button));
-    // What a window manager does when a menu closes.
-    m_window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
-    settle();
 }

@@ -32,6 +32,4 @@ protected:
     static QStringList textsOf(const JobRow *row);
     /// The spoken names of its buttons that can be seen.
     static QStringList actionsOf(const JobRow *row);
-    /// Opens the menu of that button by a click, and clicks on that entry.
-    void choose(const QString &button, const QString &entry);
 };

@@ -18,15 +18,6 @@ protected:
         show(new RootView(context(), [this](bool visible) { m_dropZoneCalls += visible; }), size);
     }
 
-    /// From now on a probe waits for the Gate of its film.
-    void holdProbes()
-    {
-        m_tools.writeExecutable(QStringLiteral("ffprobe"), "#!/bin/sh\n"
-                                                           "for film in \"$@\"; do :; done\n"
-                                                           "read -r go < \"$film.gate\"\n"
-                                                           "exec cat \"$film.json\"\n");
-    }
-
     /// The one visible widget of that kind; null when there is none or more than one.
     template <typename Widget> Widget *only()
     {
