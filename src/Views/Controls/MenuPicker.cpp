@@ -7,8 +7,8 @@
 #include "Views/Look/Symbols.h"
 #include "Views/Look/Theme.h"
 
-#include <QPainter>
 #include <QSignalBlocker>
+#include <QStylePainter>
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
 
@@ -16,6 +16,9 @@ using Look::ColorRole;
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// Between the field and its words; the style's own.
+constexpr int textInset = 1;
 
 /// Rows of the open menu with room to aim at; padding by stylesheet would let them overlap.
 class RoomyRows : public QStyledItemDelegate
@@ -61,10 +64,21 @@ void MenuPicker::setShown(int index)
     setCurrentIndex(index);
 }
 
-void MenuPicker::paintEvent(QPaintEvent *event)
+/// As the base class does it, but for words that are too long: it would cut them off in the middle
+/// of a letter.
+void MenuPicker::paintEvent(QPaintEvent *)
 {
-    QComboBox::paintEvent(event);
-    QPainter painter(this);
+    QStylePainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const int room =
+        style()
+            ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this)
+            .width();
+    option.currentText =
+        fontMetrics().elidedText(option.currentText, Qt::ElideRight, room - 2 * textInset);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
     const int side = Look::SymbolSize::small - 1;
     const QColor ink =
         Look::color(isEnabled() ? ColorRole::secondaryText : ColorRole::disabledText);
