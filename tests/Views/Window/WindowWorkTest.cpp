@@ -13,7 +13,6 @@
 #include "Views/Controls/Spinner.h"
 #include "Views/Controls/TextField.h"
 #include "Views/Panels/TargetSizePanel.h"
-#include "Views/Queue/JobRow.h"
 #include "Views/Queue/QueueView.h"
 #include "Views/Settings/SettingsSheet.h"
 #include "Views/Shell/DropZone.h"
@@ -26,6 +25,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QTest>
+#include <QWindow>
 
 #include <gmock/gmock.h>
 
@@ -70,8 +70,10 @@ protected:
         auto *picker = only<MenuPicker>();
         ASSERT_NE(picker, nullptr);
         click(picker);
-        QWidget *list = picker->view()->viewport();
-        const QPoint item = picker->view()->visualRect(picker->model()->index(index, 0)).center();
+        QWidget *rows = picker->view()->viewport();
+        QWindow *list = rows->window()->windowHandle();
+        const QPoint item = rows->mapTo(
+            rows->window(), picker->view()->visualRect(picker->model()->index(index, 0)).center());
         // The list takes no click before the pointer has moved, or opening it would be one.
         QTest::mouseMove(list, item);
         QTest::mouseClick(list, Qt::LeftButton, {}, item);
