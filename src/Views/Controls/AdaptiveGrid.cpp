@@ -98,7 +98,9 @@ int AdaptiveGrid::place(const QRect &rect, bool move) const
 
 int AdaptiveGrid::heightForWidth(int width) const
 {
-    return place({0, 0, width, 0}, false);
+    const auto known = m_heights.constFind(width);
+    return known != m_heights.cend() ? *known
+                                     : *m_heights.insert(width, place({0, 0, width, 0}, false));
 }
 
 QSize AdaptiveGrid::sizeHint() const
@@ -115,6 +117,12 @@ QSize AdaptiveGrid::minimumSize() const
         height = std::max(height, item->minimumSize().height());
     }
     return {m_shape.leastColumnWidth, height};
+}
+
+void AdaptiveGrid::invalidate()
+{
+    m_heights.clear();
+    QLayout::invalidate();
 }
 
 void AdaptiveGrid::setGeometry(const QRect &rect)

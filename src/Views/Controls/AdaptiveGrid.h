@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QHash>
 #include <QLayout>
 #include <QList>
 
@@ -36,6 +37,7 @@ public:
     QSize sizeHint() const override;
     QSize minimumSize() const override;
     void setGeometry(const QRect &rect) override;
+    void invalidate() override;
 
 private:
     std::vector<QLayoutItem *> visibleItems() const;
@@ -44,4 +46,7 @@ private:
 
     Shape m_shape;
     std::vector<std::unique_ptr<QLayoutItem>> m_items;
+    // By width. One pass of a window's layout asks for the same height many times, and each answer
+    // has all texts broken into lines.
+    mutable QHash<int, int> m_heights;
 };

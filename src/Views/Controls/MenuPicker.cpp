@@ -8,6 +8,7 @@
 #include "Views/Look/Theme.h"
 
 #include <QSignalBlocker>
+#include <QStyleOptionComboBox>
 #include <QStylePainter>
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
@@ -37,7 +38,6 @@ public:
 MenuPicker::MenuPicker(QWidget *parent) : QComboBox(parent)
 {
     setFocusPolicy(Qt::TabFocus);
-    setItemDelegate(new RoomyRows(this));
     setMaxVisibleItems(16);
 }
 
@@ -62,6 +62,42 @@ void MenuPicker::setShown(int index)
 {
     const QSignalBlocker quiet(this);
     setCurrentIndex(index);
+}
+
+// To look after the rows earlier would make the list of the menu, which lays all of them out.
+void MenuPicker::showPopup()
+{
+    if (!m_rows) {
+        m_rows = new RoomyRows(this);
+        setItemDelegate(m_rows);
+    }
+    QComboBox::showPopup();
+}
+
+// To measure all choices may bring in a font that none of those on the screen needs: a list of
+// languages takes 10 ms by its Chinese alone.
+std::optional<QSize> MenuPicker::fixedSize() const
+{
+    if (minimumWidth() != maximumWidth()) {
+        return std::nullopt;
+    }
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QSize words(0, fontMetrics().height() + 2);
+    const QSize size = style()->sizeFromContents(QStyle::CT_ComboBox, &option, words, this);
+    return QSize(minimumWidth(), size.height());
+}
+
+QSize MenuPicker::sizeHint() const
+{
+    const std::optional<QSize> fixed = fixedSize();
+    return fixed ? *fixed : QComboBox::sizeHint();
+}
+
+QSize MenuPicker::minimumSizeHint() const
+{
+    const std::optional<QSize> fixed = fixedSize();
+    return fixed ? *fixed : QComboBox::minimumSizeHint();
 }
 
 /// As the base class does it, but for words that are too long: it would cut them off in the middle

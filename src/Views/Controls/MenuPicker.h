@@ -5,6 +5,8 @@
 
 #include <QComboBox>
 
+#include <optional>
+
 /// One of several choices from a menu. Turning the wheel over it scrolls the panel, not the choice.
 class MenuPicker : public QComboBox
 {
@@ -18,7 +20,18 @@ public:
     /// Shows a choice without telling anyone. What the person picks comes by activated().
     void setShown(int index);
 
+    void showPopup() override;
+    /// A width that is fixed isn't reckoned from the choices.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+
+private:
+    std::optional<QSize> fixedSize() const;
+
+    /// Null until the menu is first opened.
+    QAbstractItemDelegate *m_rows = nullptr;
 };

@@ -8,6 +8,8 @@
 namespace {
 
 constexpr char colorProperty[] = "colorRole";
+// A window that is resized asks for a new one with each step.
+constexpr int mostHeights = 64;
 
 } // namespace
 
@@ -29,6 +31,18 @@ void TextLabel::setColorRole(Look::ColorRole color)
     // The stylesheet looks at properties only while it polishes.
     style()->unpolish(this);
     style()->polish(this);
+}
+
+int TextLabel::heightForWidth(int width) const
+{
+    const Measured now{text(), font(), contentsMargins()};
+    if (m_measured != now || m_heights.size() == mostHeights) {
+        m_measured = now;
+        m_heights.clear();
+    }
+    const auto known = m_heights.constFind(width);
+    return known != m_heights.cend() ? *known
+                                     : *m_heights.insert(width, QLabel::heightForWidth(width));
 }
 
 TextLabel *TextLabel::wrapping()

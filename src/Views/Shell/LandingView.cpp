@@ -39,13 +39,15 @@ LandingView::LandingView(const ViewContext &context, TopBar::ShowDropZone showDr
     rows->addWidget(new HairLine(Qt::Horizontal));
     auto *scroll = new PanelScroll;
     scroll->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    scroll->setWidget(buildColumn());
+    auto *column = new QWidget;
+    // Before it is filled: each thing that a scroll area is told has it lay out the whole of it.
+    scroll->setWidget(column);
     rows->addWidget(scroll, 1);
+    buildColumn(column);
 }
 
-QWidget *LandingView::buildColumn()
+void LandingView::buildColumn(QWidget *column)
 {
-    auto *column = new QWidget;
     column->setMaximumWidth(mostColumnWidth);
     auto *rows = new QVBoxLayout(column);
     rows->setContentsMargins(huge, large, huge, large);
@@ -58,7 +60,6 @@ QWidget *LandingView::buildColumn()
     rows->addSpacing(Look::Space::tiny);
     rows->addWidget(othersGrid());
     rows->addStretch();
-    return column;
 }
 
 QWidget *LandingView::othersGrid()

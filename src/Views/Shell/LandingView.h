@@ -21,7 +21,7 @@ protected:
     void refresh() override;
 
 private:
-    QWidget *buildColumn();
+    void buildColumn(QWidget *column);
     QWidget *othersGrid();
 
     TextLabel *m_privacy;

@@ -8,7 +8,9 @@
 #include "Views/Controls/MenuPicker.h"
 #include "Views/Controls/Spinner.h"
 #include "Views/Controls/SymbolButton.h"
+#include "Views/Look/Metrics.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QMenu>
 
@@ -36,6 +38,18 @@ TEST_F(TopBarTest, it_names_the_program_and_what_it_does)
 
     EXPECT_TRUE(shows(u"Morvix"_s));
     EXPECT_TRUE(shows(u"Morvix compression and conversion for Mac."_s));
+}
+
+TEST_F(TopBarTest, the_rows_of_an_open_menu_have_room_to_aim_at)
+{
+    open();
+    auto *languages = find<MenuPicker>(u"Language"_s);
+
+    languages->showPopup();
+
+    EXPECT_GE(languages->view()->sizeHintForRow(0), Look::Height::control);
+    EXPECT_GE(languages->view()->sizeHintForRow(1), Look::Height::control);
+    languages->hidePopup();
 }
 
 TEST_F(TopBarTest, the_spinner_turns_only_while_a_file_is_read)
