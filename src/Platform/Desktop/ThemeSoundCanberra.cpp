@@ -26,37 +26,30 @@ void silenceSoundSystem()
     }
 }
 
-} // namespace
-
-struct ThemeSound::Player {
-    Player()
-    {
-        silenceSoundSystem();
-        if (::ca_context_create(&context) == CA_SUCCESS) {
-            ::ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "Morvix",
-                                      CA_PROP_APPLICATION_ID, applicationID.data(), nullptr);
-        }
-    }
-    Player(const Player &) = delete;
-    Player &operator=(const Player &) = delete;
-    ~Player()
-    {
-        if (context != nullptr) {
-            ::ca_context_destroy(context);
-        }
-    }
-
+ca_context *makeContext()
+{
+    silenceSoundSystem();
     ca_context *context = nullptr;
-};
+    if (::ca_context_create(&context) != CA_SUCCESS) {
+        return nullptr;
+    }
+    ::ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "Morvix", CA_PROP_APPLICATION_ID,
+                              applicationID.data(), nullptr);
+    return context;
+}
 
-ThemeSound::ThemeSound() = default;
-ThemeSound::~ThemeSound() = default;
+/// Made at the first sound and never destroyed: that would unload the sound system's driver while
+/// its thread may still be on its way out of it.
+ca_context *context()
+{
+    static ca_context *const context = makeContext();
+    return context;
+}
+
+} // namespace
 
 bool ThemeSound::play(const char *name)
 {
-    if (m_player == nullptr) {
-        m_player = std::make_unique<Player>();
-    }
-    return m_player->context != nullptr &&
-           ::ca_context_play(m_player->context, 0, CA_PROP_EVENT_ID, name, nullptr) == CA_SUCCESS;
+    return context() != nullptr &&
+           ::ca_context_play(context(), 0, CA_PROP_EVENT_ID, name, nullptr) == CA_SUCCESS;
 }

@@ -4,12 +4,6 @@
 #include "Platform/Desktop/ThemeSound.h"
 
 // For builds without a library for sounds.
-struct ThemeSound::Player {
-};
-
-ThemeSound::ThemeSound() = default;
-ThemeSound::~ThemeSound() = default;
-
 bool ThemeSound::play(const char *)
 {
     return false;
