@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "App/AppModel.h"
+#include "NoDialogs.h"
 #include "Platform/DesktopServices.h"
 #include "Platform/SilentServices.h"
 #include "Views/Controls/RowList.h"
-#include "Views/FileDialogs.h"
 #include "Views/Look/Theme.h"
 #include "Views/Queue/QueueView.h"
 
@@ -31,23 +31,6 @@ constexpr int jobCount = 5'000;
 constexpr int scrollSteps = 500;
 constexpr int progressSteps = 200;
 constexpr int addedJobs = 100;
-
-class NoDesktop : public DesktopServices
-{
-public:
-    void reveal(const QList<QUrl> &) override {}
-    void open(const QUrl &) override {}
-    bool moveToTrash(const QUrl &) override { return false; }
-    void copyFiles(const QList<QUrl> &) override {}
-    void share(const QList<QUrl> &, const QString &) override {}
-};
-
-class NoDialogs : public FileDialogs
-{
-public:
-    void openFiles(QWidget *, Kind, Count, const Chosen &) override {}
-    void openFolder(QWidget *, const Chosen &) override {}
-};
 
 /// Does the thing and what follows from it, painting included whenever the screen is due; in
 /// milliseconds.
@@ -145,14 +128,14 @@ int main(int argc, char *argv[])
     const QApplication application(argc, argv);
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
     Look::apply(Look::Scheme::light);
-    AppModel model(Settings(QString(), Settings::Writing::dropped), makeSilentServices());
+    const PlatformServices services = makeSilentServices();
+    AppModel model(Settings(QString(), Settings::Writing::dropped), services);
     model.setQueuePaused(true);
     fill(model);
-    NoDesktop desktop;
     NoDialogs dialogs;
     std::unique_ptr<QueueView> view;
     const double opened = turn([&] {
-        view = std::make_unique<QueueView>(ViewContext{model, desktop, dialogs});
+        view = std::make_unique<QueueView>(ViewContext{model, *services.desktopServices, dialogs});
         view->resize(1040, 700);
         view->show();
     });

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "App/AppModel.h"
+#include "NoDialogs.h"
 #include "Platform/DesktopServices.h"
 #include "Platform/SilentServices.h"
 #include "Views/Controls/RowList.h"
-#include "Views/FileDialogs.h"
 #include "Views/Look/Theme.h"
 #include "Views/Shell/FileSidebar.h"
 #include "Views/Shell/RootView.h"
@@ -36,23 +36,6 @@ namespace {
 constexpr int fileCount = 500;
 constexpr int languageChanges = 20;
 constexpr int scrollStep = 40;
-
-class NoDesktop : public DesktopServices
-{
-public:
-    void reveal(const QList<QUrl> &) override {}
-    void open(const QUrl &) override {}
-    bool moveToTrash(const QUrl &) override { return false; }
-    void copyFiles(const QList<QUrl> &) override {}
-    void share(const QList<QUrl> &, const QString &) override {}
-};
-
-class NoDialogs : public FileDialogs
-{
-public:
-    void openFiles(QWidget *, Kind, Count, const Chosen &) override {}
-    void openFolder(QWidget *, const Chosen &) override {}
-};
 
 void writeScript(const QString &path, const QByteArray &text)
 {
@@ -178,10 +161,10 @@ int main(int argc, char *argv[])
     const QTemporaryDir folder;
     layTools(folder.path());
     const QList<QUrl> films = layFilms(folder.path());
-    AppModel model(Settings(QString(), Settings::Writing::dropped), makeSilentServices());
-    NoDesktop desktop;
+    const PlatformServices services = makeSilentServices();
+    AppModel model(Settings(QString(), Settings::Writing::dropped), services);
     NoDialogs dialogs;
-    RootView window({model, desktop, dialogs}, {});
+    RootView window({model, *services.desktopServices, dialogs}, {});
     window.show();
     turn();
     measureIntake(model, films);
