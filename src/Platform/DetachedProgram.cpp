@@ -4,6 +4,7 @@
 #include "Platform/DetachedProgram.h"
 
 #include <QByteArrayList>
+#include <QCoreApplication>
 #include <QFile>
 #include <QSocketNotifier>
 
@@ -70,7 +71,8 @@ void reapAtItsEnd(pid_t child)
     if (descriptor < 0) {
         return;
     }
-    auto *end = new QSocketNotifier(descriptor, QSocketNotifier::Read);
+    auto *end =
+        new QSocketNotifier(descriptor, QSocketNotifier::Read, QCoreApplication::instance());
     QObject::connect(end, &QSocketNotifier::activated, end, [end, descriptor, child] {
         end->setEnabled(false);
         ::waitpid(child, nullptr, WNOHANG);

@@ -68,12 +68,14 @@ std::optional<ColorScheme::AccentColor> accentOf(const QVariant &value)
 
 } // namespace
 
-// Listening first: a change between an answer and the listening would be lost.
+// QtDBus looks the types of a slot up by their names, and knows this one only if somebody has used
+// it before. Listening first: a change between an answer and the listening would be lost.
 PortalColorScheme::PortalColorScheme(std::shared_ptr<SessionBus> bus,
                                      std::chrono::milliseconds limit)
     : m_bus(std::move(bus))
     , m_limit(limit)
 {
+    qRegisterMetaType<QDBusVariant>();
     m_bus->listen({portalPath, settingsInterface, u"SettingChanged"_s}, this,
                   SLOT(takeChange(QString, QString, QDBusVariant)));
     read(schemeKey);

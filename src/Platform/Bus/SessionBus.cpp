@@ -76,8 +76,11 @@ void SessionBus::send(const QDBusMessage &signal)
 void SessionBus::listen(const Source &source, QObject *receiver, const char *slot)
 {
     visit([source, receiver = QPointer<QObject>(receiver), slot](QDBusConnection *bus) {
-        if (bus != nullptr && receiver != nullptr) {
-            bus->connect(QString(), source.path, source.interface, source.name, receiver, slot);
+        if (bus == nullptr || receiver == nullptr) {
+            return;
+        }
+        if (!bus->connect(QString(), source.path, source.interface, source.name, receiver, slot)) {
+            qWarning("%s can't listen to the bus by %s", receiver->metaObject()->className(), slot);
         }
     });
 }
