@@ -4,14 +4,37 @@
 #include "Views/Controls/MessageSheet.h"
 
 #include "Views/Controls/Button.h"
+#include "Views/Controls/PanelScroll.h"
 #include "Views/Controls/TextLabel.h"
 #include "Views/Look/Metrics.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QScrollBar>
 
 namespace {
 
 constexpr int cardWidth = 360;
+
+/// A text as high as it is, and scrolled where there is no room for that: what a program says of
+/// its failure may be longer than a window.
+class MessageScroll : public PanelScroll
+{
+public:
+    MessageScroll(QWidget *text, int width) : m_text(text), m_width(width)
+    {
+        setWidget(text);
+        setFixedWidth(width);
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum);
+    }
+
+    QSize sizeHint() const override { return {m_width, m_text->heightForWidth(m_width)}; }
+    QSize minimumSizeHint() const override { return {m_width, 0}; }
+
+private:
+    QWidget *m_text;
+    int m_width;
+};
 
 } // namespace
 
@@ -19,14 +42,25 @@ MessageSheet::MessageSheet(QWidget *over, const Words &words)
     : Sheet(over, cardWidth)
     , m_title(new TextLabel(Look::TextSize::headline, Look::ColorRole::text, QFont::DemiBold))
     , m_message(new TextLabel)
+    , m_scroll(new MessageScroll(m_message->wrapping(), cardWidth - 2 * Look::Space::huge))
 {
     m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
     column()->addWidget(m_title->wrapping());
-    column()->addWidget(m_message->wrapping());
+    column()->addWidget(m_scroll);
     column()->addSpacing(Look::Space::tiny);
     column()->addLayout(buildButtons(!words.action.isEmpty()));
     setWords(words);
-    m_message->setVisible(!words.message.isEmpty());
+    m_scroll->setVisible(!words.message.isEmpty());
+}
+
+void MessageSheet::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown) {
+        const bool isUp = event->key() == Qt::Key_PageUp;
+        m_scroll->verticalScrollBar()->triggerAction(isUp ? QScrollBar::SliderPageStepSub
+                                                          : QScrollBar::SliderPageStepAdd);
+    }
+    Sheet::keyPressEvent(event);
 }
 
 QBoxLayout *MessageSheet::buildButtons(bool isQuestion)
@@ -53,6 +87,7 @@ void MessageSheet::setWords(const Words &words)
     setAccessibleName(words.title);
     m_title->setText(words.title);
     m_message->setText(words.message);
+    m_scroll->updateGeometry();
     m_dismissal->setWords(words.dismissal);
     if (m_action) {
         m_action->setWords(words.action);

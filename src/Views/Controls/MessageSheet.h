@@ -8,10 +8,12 @@
 #include <QString>
 
 class Button;
+class PanelScroll;
 class QBoxLayout;
 class TextLabel;
 
-/// A short message with one button, or a question with two. Answers at most once.
+/// A message with one button, or a question with two. Answers at most once. A message that is
+/// longer than the window is scrolled, with the mouse or by pages with the keys.
 class MessageSheet : public Sheet
 {
     Q_OBJECT
@@ -35,11 +37,15 @@ Q_SIGNALS:
     /// The person chose the action.
     void accepted();
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     QBoxLayout *buildButtons(bool isQuestion);
 
     TextLabel *m_title;
     TextLabel *m_message;
+    PanelScroll *m_scroll;
     Button *m_dismissal = nullptr;
     Button *m_action = nullptr;
 };

@@ -25,10 +25,6 @@ void scrollIntoSight(QWidget *place)
     }
 }
 
-} // namespace
-
-namespace {
-
 QEvent::Type filledEvent()
 {
     static const auto type = static_cast<QEvent::Type>(QEvent::registerEventType());

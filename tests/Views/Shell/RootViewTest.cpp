@@ -5,11 +5,13 @@
 
 #include "Views/Controls/Button.h"
 #include "Views/Controls/MessageSheet.h"
+#include "Views/Controls/PanelScroll.h"
 #include "Views/Settings/SettingsSheet.h"
 #include "Views/Shell/LandingView.h"
 #include "Views/Shell/WorkspaceView.h"
 
 #include <QApplication>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -137,6 +139,37 @@ TEST_F(RootViewTest, an_error_of_many_lines_leaves_the_button_in_the_window)
     ASSERT_NE(button, nullptr);
     const QRect place(button->mapTo(m_window.get(), QPoint()), button->size());
     EXPECT_TRUE(m_window->rect().contains(place)) << place.bottom();
+}
+
+TEST_F(RootViewTest, an_error_longer_than_the_window_is_scrolled_to_its_end_by_the_keys)
+{
+    open();
+    const QString line =
+        u"Error while decoding stream #0:0: Invalid data found when processing\n"_s;
+    m_model->setLastError(line.repeated(60) + u"Conversion failed!"_s);
+    settle();
+    auto *bar = only<MessageSheet>()->findChild<PanelScroll *>()->verticalScrollBar();
+    ASSERT_GT(bar->maximum(), 0);
+
+    for (int page = 0; page < 20; ++page) {
+        press(Qt::Key_PageDown);
+    }
+
+    EXPECT_EQ(bar->value(), bar->maximum());
+    press(Qt::Key_PageUp);
+    EXPECT_LT(bar->value(), bar->maximum());
+}
+
+TEST_F(RootViewTest, an_error_that_fits_is_not_scrolled)
+{
+    open();
+    m_model->setLastError(u"Gone wrong. "_s.repeated(20));
+    settle();
+
+    auto *scroll = only<MessageSheet>()->findChild<PanelScroll *>();
+
+    EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
+    EXPECT_GT(scroll->height(), 60);
 }
 
 TEST_F(RootViewTest, an_error_that_was_taken_back_takes_its_alert_away)
