@@ -13,6 +13,7 @@
 #include <fcntl.h>
 #include <functional>
 #include <future>
+#include <mutex>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -169,6 +170,7 @@ std::vector<QByteArray> encodedArguments(const ChildCommand &command)
 std::vector<char *> childEnvironment()
 {
     static QByteArray svtErrorsOnly = "SVT_LOG=1";
+    const std::scoped_lock guard(ChildSpawner::environmentLock());
     std::vector<char *> variables;
     for (char **variable = environ; *variable != nullptr; ++variable) {
         variables.push_back(*variable);
@@ -283,4 +285,10 @@ std::unique_ptr<ChildProcess> ChildSpawner::spawn(const ChildCommand &command)
 {
     static auto *const thread = new SpawnerThread;
     return thread->run(SpawnerThread::Task([&command] { return launch(command); }));
+}
+
+std::mutex &ChildSpawner::environmentLock()
+{
+    static std::mutex lock;
+    return lock;
 }

@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <mutex>
 
 /// What a child reads from.
 enum class StandardInput { null, inherited };
@@ -40,5 +41,9 @@ namespace ChildSpawner {
 
 /// Blocks until the child runs the executable. From any thread. Throws LaunchError.
 std::unique_ptr<ChildProcess> spawn(const ChildCommand &command);
+
+/// Held while the environment is read for a child. Whoever changes it in a program that runs holds
+/// this until it is as before: the C library's environment may not be read while it changes.
+std::mutex &environmentLock();
 
 } // namespace ChildSpawner
