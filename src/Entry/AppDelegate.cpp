@@ -98,15 +98,20 @@ void AppDelegate::registerServices()
 
 void AppDelegate::makeMainWindow()
 {
+    m_window = std::make_unique<MainWindow>();
+    // Also with jobs running, and with the drop zone still floating.
+    connect(m_window.get(), &MainWindow::closed, this, &AppDelegate::terminate);
+    connect(m_window.get(), &MainWindow::appeared, this, &AppDelegate::furnishMainWindow);
+    connect(m_window.get(), &MainWindow::furnished, this, &AppDelegate::finishBehindWindow);
+}
+
+void AppDelegate::furnishMainWindow()
+{
     const auto showDropZone = [model = m_appModel.get()](bool visible) {
         DropZonePanelController::shared().setVisible(visible, *model);
     };
-    m_window = std::make_unique<MainWindow>(
-        m_menu.release(),
-        new RootView(ViewContext{*m_appModel, *m_desktop, *m_dialogs}, showDropZone));
-    // Also with jobs running, and with the drop zone still floating.
-    connect(m_window.get(), &MainWindow::closed, this, &AppDelegate::terminate);
-    connect(m_window.get(), &MainWindow::appeared, this, &AppDelegate::finishBehindWindow);
+    m_window->furnish(m_menu.release(),
+                      new RootView(ViewContext{*m_appModel, *m_desktop, *m_dialogs}, showDropZone));
 }
 
 void AppDelegate::finishBehindWindow()

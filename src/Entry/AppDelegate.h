@@ -31,7 +31,7 @@ public:
     /// Takes the windows away, and then ends all work.
     ~AppDelegate() override;
 
-    /// Makes menu, services and window, and shows the window.
+    /// Makes menu, services and window, and shows the window; its content follows as it appears.
     void applicationDidFinishLaunching();
 
     AppModel &appModel() { return *m_appModel; }
@@ -64,7 +64,8 @@ private:
     void buildMenu();
     void registerServices();
     void makeMainWindow();
-    /// What can wait until the window is seen, and would hold it up otherwise.
+    void furnishMainWindow();
+    /// What can wait until the content is seen, and would hold it up otherwise.
     void finishBehindWindow();
 
     std::unique_ptr<AppModel> m_appModel;

@@ -3,9 +3,14 @@
 
 #include "Entry/MainWindow.h"
 
+#include "Engine/ChildSpawner.h"
+#include "Views/Look/Metrics.h"
+
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QScreen>
+
+#include <mutex>
 
 using namespace Qt::StringLiterals;
 
@@ -16,14 +21,22 @@ constexpr QSize firstSize{1040, 700};
 
 } // namespace
 
-MainWindow::MainWindow(QMenuBar *menu, QWidget *content)
+MainWindow::MainWindow()
 {
     setWindowTitle(u"Morvix"_s);
-    setMenuBar(menu);
-    setCentralWidget(content);
-    resize(firstSize.width(), firstSize.height() + menu->sizeHint().height());
+    resize(firstSize.width(), firstSize.height() + Look::Height::menuBar);
     const QRect free = screen()->availableGeometry();
     move(free.center() - QRect(QPoint(), size()).center());
+}
+
+// The menu's height is fixed so that the window's is known before there are fonts to ask.
+void MainWindow::furnish(QMenuBar *menu, QWidget *content)
+{
+    menu->setFixedHeight(Look::Height::menuBar);
+    setMenuBar(menu);
+    setCentralWidget(content);
+    m_stage = Stage::awaitingContent;
+    update();
 }
 
 void MainWindow::performZoom()
@@ -33,6 +46,7 @@ void MainWindow::performZoom()
 
 void MainWindow::bringToFront(const QString &activationToken)
 {
+    const std::scoped_lock guard(ChildSpawner::environmentLock());
     // Where Qt looks for it as it asks for the activation, and takes it away again.
     if (!activationToken.isEmpty()) {
         qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
@@ -54,8 +68,11 @@ void MainWindow::closeEvent(QCloseEvent *event)
 void MainWindow::paintEvent(QPaintEvent *event)
 {
     QMainWindow::paintEvent(event);
-    if (!m_hasAppeared) {
-        m_hasAppeared = true;
+    if (m_stage == Stage::hidden) {
+        m_stage = Stage::bare;
         QMetaObject::invokeMethod(this, &MainWindow::appeared, Qt::QueuedConnection);
+    } else if (m_stage == Stage::awaitingContent) {
+        m_stage = Stage::complete;
+        QMetaObject::invokeMethod(this, &MainWindow::furnished, Qt::QueuedConnection);
     }
 }

@@ -5,15 +5,18 @@
 
 #include <QMainWindow>
 
-/// The one window of the program, with a size for its content.
+/// The one window of the program, with a size for its content. It shows itself bare first and is
+/// furnished behind that: what content costs, the reading of fonts above all, then isn't waited for
+/// in front of an empty screen.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// Takes the menu and the content over. Device-independent pixels.
-    MainWindow(QMenuBar *menu, QWidget *content);
+    MainWindow();
 
+    /// Takes the menu and the content over.
+    void furnish(QMenuBar *menu, QWidget *content);
     /// Fills the screen, or goes back to the size before.
     void performZoom();
     /// Brings it up from wherever it is, on the right that `activationToken` gives: the desktop
@@ -22,13 +25,17 @@ public:
 
 Q_SIGNALS:
     void closed();
-    /// It has been painted for the first time.
+    /// It has been painted for the first time, bare.
     void appeared();
+    /// It has been painted with its content for the first time.
+    void furnished();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    bool m_hasAppeared = false;
+    enum class Stage { hidden, bare, awaitingContent, complete };
+
+    Stage m_stage = Stage::hidden;
 };

@@ -41,7 +41,16 @@ protected:
         m_delegate =
             std::make_unique<AppDelegate>(std::move(m_model), makeSilentServices().desktopServices);
         m_delegate->applicationDidFinishLaunching();
+        ASSERT_TRUE(isFurnished());
         ASSERT_TRUE(QTest::qWaitForWindowActive(m_delegate->window()));
+    }
+
+    bool isFurnished()
+    {
+        bool isFurnished = false;
+        QObject context;
+        QObject::connect(&window(), &MainWindow::furnished, &context, [&] { isFurnished = true; });
+        return EventLoop::waitFor([&] { return isFurnished; }, &window(), &MainWindow::furnished);
     }
 
     AppModel &model() { return m_delegate->appModel(); }
@@ -109,6 +118,36 @@ TEST_F(Delegate, opens_a_window_of_1040_by_700_that_shrinks_to_920_by_640)
         QTest::qWaitFor([this] { return window().centralWidget()->size() == QSize(920, 640); }));
 }
 
+TEST_F(Delegate, the_window_appears_before_its_content_and_keeps_its_size_when_that_comes)
+{
+    start();
+    m_delegate =
+        std::make_unique<AppDelegate>(std::move(m_model), makeSilentServices().desktopServices);
+
+    m_delegate->applicationDidFinishLaunching();
+
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_FALSE(window().centralWidget());
+    const QSize bare = window().size();
+    ASSERT_TRUE(isFurnished());
+    EXPECT_TRUE(window().centralWidget()->isVisible());
+    EXPECT_EQ(window().size(), bare);
+}
+
+TEST_F(Delegate, a_file_that_is_opened_before_the_content_is_there_is_in_it)
+{
+    start();
+    m_delegate =
+        std::make_unique<AppDelegate>(std::move(m_model), makeSilentServices().desktopServices);
+    m_delegate->applicationDidFinishLaunching();
+
+    m_delegate->applicationOpen({QUrl::fromLocalFile(m_films.write(u"a.mp4"_s, "x"))}, {});
+
+    ASSERT_TRUE(isFurnished());
+    ASSERT_TRUE(waitForFiles(1));
+    EXPECT_TRUE(window().findChild<WorkspaceView *>()->isVisible());
+}
+
 TEST_F(Delegate, shows_the_landing_page_while_ffmpeg_hangs_and_the_workspace_once_it_answers)
 {
     const VideoFile held = film(u"held.mp4"_s);
@@ -120,10 +159,7 @@ TEST_F(Delegate, shows_the_landing_page_while_ffmpeg_hangs_and_the_workspace_onc
 
     m_delegate->applicationDidFinishLaunching();
 
-    bool hasAppeared = false;
-    QObject::connect(&window(), &MainWindow::appeared, &window(),
-                     [&hasAppeared] { hasAppeared = true; });
-    ASSERT_TRUE(EventLoop::waitFor([&] { return hasAppeared; }, &window(), &MainWindow::appeared));
+    ASSERT_TRUE(isFurnished());
     ASSERT_TRUE(window().findChild<LandingView *>());
     EXPECT_TRUE(window().findChild<LandingView *>()->isVisible());
     EXPECT_FALSE(window().findChild<WorkspaceView *>());

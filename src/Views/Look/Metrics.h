@@ -26,6 +26,7 @@ namespace Height {
 inline constexpr int control = 30;
 inline constexpr int smallControl = 24;
 inline constexpr int chip = 20;
+inline constexpr int menuBar = 28;
 } // namespace Height
 
 /// Sizes of symbols.
