@@ -12,7 +12,9 @@ target_compile_options(morvix_options INTERFACE
     -ffp-contract=off)
 target_compile_definitions(morvix_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
-    QT_NO_KEYWORDS QT_NO_FOREACH)
+    QT_NO_KEYWORDS QT_NO_FOREACH
+    # Some libraries have whoever uses them define it; with all alike, one precompiled header fits.
+    _REENTRANT)
 
 # Watched is what users get. Tests compile three times as long with instruments and need none, but
 # for the thread sanitizer, which has to see both sides of every exchange.

@@ -92,7 +92,7 @@ QCheckBox:disabled { color: @disabledText; }
 )");
 
 constexpr QLatin1StringView otherRules(R"(
-QMenuBar { background: transparent; color: @text; padding: 2px 8px; font-size: 12px; }
+QMenuBar { background: transparent; color: @text; padding: 2px 0; font-size: 12px; }
 QMenuBar::item { padding: 4px 9px; border-radius: 5px; background: transparent; }
 QMenuBar::item:selected { background: @controlHover; }
 QMenu { background: @card; color: @text; border: 1px solid @outline; padding: 5px; }
