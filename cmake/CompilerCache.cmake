@@ -10,26 +10,28 @@ if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER AND NOT MORVIX_PRECOMPILE)
     set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
 endif()
 
-# morvix_add_precompiled(NAME LINKS…): what morvix_precompile() hands out. One serves many targets, as
-# making it takes as long as compiling ten sources.
-function(morvix_add_precompiled name)
+# Which libraries' headers the targets of a folder and below find precompiled: core or widgets.
+set(MORVIX_HEADERS core)
+
+# morvix_add_precompiled(KIND LINKS…): the two that morvix_precompile() hands out for a kind of
+# target. They serve many targets each, as making one takes as long as compiling ten sources.
+function(morvix_add_precompiled kind)
     if(NOT MORVIX_PRECOMPILE)
         return()
     endif()
-    add_library(${name} OBJECT "${PROJECT_SOURCE_DIR}/cmake/Precompiled.cpp")
-    set_target_properties(${name} PROPERTIES AUTOMOC OFF)
-    target_link_libraries(${name} PRIVATE morvix_options Qt6::Core ${ARGN})
-    # The folders alone and not the definitions: the compiler takes the header for targets that
-    # define more than it was made with, and for none that defines less.
-    target_include_directories(${name} SYSTEM PRIVATE
-        $<TARGET_PROPERTY:Qt6::Gui,INTERFACE_INCLUDE_DIRECTORIES>
-        $<TARGET_PROPERTY:Qt6::Widgets,INTERFACE_INCLUDE_DIRECTORIES>)
-    target_precompile_headers(${name} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/Precompiled.h")
+    foreach(headers core widgets)
+        set(name morvix_${kind}_${headers}_headers)
+        add_library(${name} OBJECT "${PROJECT_SOURCE_DIR}/cmake/Precompiled.cpp")
+        set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+        target_link_libraries(${name} PRIVATE morvix_options Qt6::Core ${ARGN})
+        target_precompile_headers(${name} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/Precompiled.h")
+    endforeach()
+    target_link_libraries(${name} PRIVATE Qt6::Widgets)
 endfunction()
 
-# morvix_precompile(TARGET HEADERS)
-function(morvix_precompile target headers)
+# morvix_precompile(TARGET KIND)
+function(morvix_precompile target kind)
     if(MORVIX_PRECOMPILE)
-        target_precompile_headers(${target} REUSE_FROM ${headers})
+        target_precompile_headers(${target} REUSE_FROM morvix_${kind}_${MORVIX_HEADERS}_headers)
     endif()
 endfunction()

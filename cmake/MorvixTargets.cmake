@@ -34,7 +34,7 @@ if(MORVIX_COVERAGE)
     target_link_options(morvix_options INTERFACE --coverage)
 endif()
 
-morvix_add_precompiled(morvix_layer_headers morvix_instruments)
+morvix_add_precompiled(layer morvix_instruments)
 
 # morvix_layer(NAME SOURCES… LINKS…): one static library for one folder of src/.
 function(morvix_layer name)
@@ -43,5 +43,5 @@ function(morvix_layer name)
     target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
     target_link_libraries(${name} PUBLIC morvix_options ${LAYER_LINKS})
     target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:morvix_instruments>)
-    morvix_precompile(${name} morvix_layer_headers)
+    morvix_precompile(${name} layer)
 endfunction()

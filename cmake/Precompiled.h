@@ -7,7 +7,9 @@
 #pragma once
 
 #include <QtCore/QtCore>
+#ifdef QT_WIDGETS_LIB
 #include <QtWidgets/QtWidgets>
+#endif
 
 #include <algorithm>
 #include <array>

@@ -8,6 +8,7 @@
 #include "Batch/ExitCode.h"
 #include "Batch/FailureCode.h"
 #include "Engine/TemporaryFiles.h"
+#include "Models/Truncation.h"
 
 #include <QThread>
 
@@ -21,15 +22,11 @@ namespace {
 
 constexpr std::chrono::milliseconds cancelInterval{250};
 
-// Within the range of 64 bits.
-constexpr double mostBytes = 9e18;
-
 // A copy that fits already has its limit too.
 std::optional<qint64> limitOf(const JobMode &mode)
 {
     const auto *params = std::get_if<TargetSizeParams>(&mode);
-    return params ? std::optional(static_cast<qint64>(std::min(params->targetMB * 1e6, mostBytes)))
-                  : std::nullopt;
+    return params ? std::optional(truncated(params->targetMB * 1e6)) : std::nullopt;
 }
 
 int codeOf(ResultCheck::Problem::Fault fault)

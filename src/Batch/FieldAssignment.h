@@ -5,6 +5,7 @@
 
 #include "App/FileURL.h"
 #include "Engine/JsonKeys.h"
+#include "Engine/JsonText.h"
 #include "Models/JsonCodec.h"
 
 #include <QJsonDocument>
@@ -18,7 +19,7 @@ namespace Detail {
 // A number, a truth value, a list or an object as JSON has it.
 inline QJsonValue parsedFragment(const QString &text)
 {
-    const QByteArray document = "[" + text.toUtf8() + "]";
+    const QByteArray document = JsonText::keepingMarks("[" + text.toUtf8() + "]");
     const QJsonArray array = QJsonDocument::fromJson(document).array();
     if (array.size() != 1) {
         return text;

@@ -3,6 +3,8 @@
 
 #include "Engine/BitratePlanner.h"
 
+#include "Models/Truncation.h"
+
 namespace {
 
 using BitratePlanner::kilobitsPerMegabyte;
@@ -23,13 +25,14 @@ qint64 audioKbps(const BitratePlanner::Request &request)
 
 qint64 rawVideoKbps(double targetMB, double duration, qint64 audio)
 {
-    return static_cast<qint64>(((targetMB * kilobitsPerMegabyte) * safetyMargin) / duration -
-                               static_cast<double>(audio));
+    return truncated(((targetMB * kilobitsPerMegabyte) * safetyMargin) / duration -
+                     static_cast<double>(audio));
 }
 
-qint64 bytesOf(double duration, qint64 kbps)
+qint64 bytesOf(double duration, qint64 audioKbps, qint64 videoKbps)
 {
-    return static_cast<qint64>(duration * ((static_cast<double>(kbps) * 1000.0) * 0.125));
+    const double kbps = static_cast<double>(audioKbps) + static_cast<double>(videoKbps);
+    return truncated(duration * ((kbps * 1000.0) * 0.125));
 }
 
 // From the top, first match wins. The bounds are unlike on purpose: 2499 and 699 still cap, 1500
@@ -55,7 +58,7 @@ QList<BitratePlanner::Warning> warningsFor(const BitratePlanner::Plan &plan, qin
 {
     QList<BitratePlanner::Warning> warnings;
     if (raw < floorKbps) {
-        const qint64 smallest = bytesOf(plan.durationSeconds, plan.audioBitrateKbps + floorKbps);
+        const qint64 smallest = bytesOf(plan.durationSeconds, plan.audioBitrateKbps, floorKbps);
         warnings.append(plan.targetBytes < smallest ? BitratePlanner::Warning::hopeless
                                                     : BitratePlanner::Warning::floorReached);
     }
@@ -70,7 +73,7 @@ QList<BitratePlanner::Warning> warningsFor(const BitratePlanner::Plan &plan, qin
 BitratePlanner::Plan BitratePlanner::plan(const Request &request)
 {
     Plan plan;
-    plan.targetBytes = static_cast<qint64>(request.targetMB * 1'000'000.0);
+    plan.targetBytes = truncated(request.targetMB * 1'000'000.0);
     plan.durationSeconds =
         request.durationSeconds <= shortestDuration ? shortestDuration : request.durationSeconds;
     plan.audioBitrateKbps = audioKbps(request);
@@ -79,7 +82,7 @@ BitratePlanner::Plan BitratePlanner::plan(const Request &request)
     plan.videoBitrateKbps = raw < floorKbps ? floorKbps : raw;
     plan.maxHeight = heightCap(request.width, raw);
     plan.estimatedBytes =
-        bytesOf(plan.durationSeconds, plan.audioBitrateKbps + plan.videoBitrateKbps);
+        bytesOf(plan.durationSeconds, plan.audioBitrateKbps, plan.videoBitrateKbps);
     plan.warnings = warningsFor(plan, raw);
     return plan;
 }

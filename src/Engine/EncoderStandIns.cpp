@@ -4,6 +4,7 @@
 #include "Engine/EncoderStandIns.h"
 
 #include "Engine/Text.h"
+#include "Models/Truncation.h"
 
 #include <algorithm>
 #include <optional>
@@ -84,7 +85,7 @@ double bufferKilobits(qint64 kbps, double seconds)
 
 QString kilobits(double value)
 {
-    return QString::number(static_cast<qint64>(value)) + u'k';
+    return QString::number(truncated(value)) + u'k';
 }
 
 QStringList boundArgs(const QString &rate, double seconds)

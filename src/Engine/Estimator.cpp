@@ -6,6 +6,7 @@
 #include "Engine/BitratePlanner.h"
 #include "Engine/CommandBuilder/CommandBuilder.h"
 #include "Engine/CommandBuilder/SharedArguments.h"
+#include "Models/Truncation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,16 +33,6 @@ constexpr qint64 assumedAudioKbps = 128;
 constexpr double convertedAudioBytesPerSecond = 20'000;
 
 constexpr double gifBitsPerPixel = 2;
-
-// Parameters out of a file may be any number, and a conversion of more than fits is undefined.
-qint64 truncated(double value)
-{
-    constexpr double tooMuch = 9223372036854775808.0;
-    if (value >= tooMuch) {
-        return std::numeric_limits<qint64>::max();
-    }
-    return value >= -tooMuch ? static_cast<qint64>(value) : std::numeric_limits<qint64>::min();
-}
 
 double seconds(const VideoFile &file)
 {

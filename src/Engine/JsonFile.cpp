@@ -5,6 +5,7 @@
 
 #include "Engine/FileError.h"
 #include "Engine/JsonKeys.h"
+#include "Engine/JsonText.h"
 #include "Engine/Text.h"
 
 #include <QDir>
@@ -14,6 +15,7 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cstdio>
 #include <unistd.h>
 
@@ -48,6 +50,12 @@ bool isWrittenThrough(QSaveFile &file, const QByteArray &bytes)
     return file.write(bytes) == bytes.size() && file.flush() && ::fsync(file.handle()) == 0;
 }
 
+qsizetype separatorsIn(const QByteArray &json)
+{
+    return std::ranges::count_if(
+        json, [](char byte) { return byte == ',' || byte == '[' || byte == '{'; });
+}
+
 bool rename(const QString &from, const QString &to)
 {
     return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
@@ -61,12 +69,16 @@ QString JsonFile::listsDirectory()
                             u"Morvix"_s);
 }
 
-QJsonValue JsonFile::parsed(const QByteArray &json)
+QJsonValue JsonFile::parsed(const QByteArray &bytes)
 {
     // Qt takes a NUL that stands in a text as it is, which JSON forbids.
-    if (json.contains('\0')) {
+    if (bytes.contains('\0')) {
         throw Json::DecodeError(u"NUL is no character of JSON"_s);
     }
+    if (separatorsIn(bytes) > mostValues) {
+        throw Json::DecodeError(u"the document has too many values"_s);
+    }
+    const QByteArray json = JsonText::keepingMarks(bytes);
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError) {

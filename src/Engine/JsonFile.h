@@ -12,10 +12,12 @@
 /// never trusted: it is refused within a second, however large, deep or wrong it is.
 namespace JsonFile {
 
-/// No file above this is read or written. It has room for some ten thousand entries; the worst that
-/// so much JSON can do is one second and half a gigabyte in the parser, measured with lists of
-/// lists.
-constexpr qint64 mostBytes = 8'388'608;
+/// No file above this is read or written.
+constexpr qint64 mostBytes = 67'108'864;
+/// Nor is one parsed that has more commas and opening brackets, which is room for some twenty
+/// thousand entries: what a parser spends goes by the values rather than by the bytes. Eight
+/// million lists in lists took it one second and half a gigabyte.
+constexpr qsizetype mostValues = 1'000'000;
 
 /// `Morvix` in the user's folder of data: where the lists of presets and watched folders are kept.
 QString listsDirectory();

@@ -4,6 +4,7 @@
 #include "Engine/JsonKeys.h"
 
 #include "Models/JsonCodec.h"
+#include "Models/Utf8.h"
 
 #include <QJsonDocument>
 #include <QSet>
@@ -37,7 +38,7 @@ qsizetype skipBlanks(const QByteArray &json, qsizetype from)
 QString unquoted(QByteArrayView text)
 {
     if (!text.contains('\\')) {
-        return QString::fromUtf8(text.sliced(1, text.size() - 2));
+        return decodedUtf8(text.sliced(1, text.size() - 2));
     }
     return QJsonDocument::fromJson('[' + text.toByteArray() + ']').array().at(0).toString();
 }

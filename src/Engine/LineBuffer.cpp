@@ -4,12 +4,13 @@
 #include "Engine/LineBuffer.h"
 
 #include "Models/BlankTrimming.h"
+#include "Models/Utf8.h"
 
 QStringList LineBuffer::append(QByteArrayView chunk)
 {
     m_buffer.append(chunk);
     if (chunk.isValidUtf8()) {
-        m_collected += QString::fromUtf8(chunk);
+        m_collected += decodedUtf8(chunk);
     }
 
     QStringList lines;
@@ -17,7 +18,7 @@ QStringList LineBuffer::append(QByteArrayView chunk)
     for (qsizetype end = m_buffer.indexOf('\n'); end >= 0; end = m_buffer.indexOf('\n', start)) {
         const QByteArrayView line = QByteArrayView(m_buffer).sliced(start, end - start);
         if (line.isValidUtf8()) {
-            lines.append(trimmedOfBlanks(QString::fromUtf8(line)).toString());
+            lines.append(trimmedOfBlanks(decodedUtf8(line)).toString());
         }
         start = end + 1;
     }

@@ -10,6 +10,7 @@
 #include "Engine/ProcessRunner.h"
 #include "Engine/ProgressLine.h"
 #include "Engine/Text.h"
+#include "Models/Truncation.h"
 
 #include <QDir>
 #include <QFile>
@@ -117,7 +118,7 @@ double stepFraction(double seconds, double duration)
 
 qint64 retryBitrate(qint64 kbps)
 {
-    return std::max(lowestKbps, static_cast<qint64>(static_cast<double>(kbps) * retryFactor));
+    return std::max(lowestKbps, truncated(static_cast<double>(kbps) * retryFactor));
 }
 
 // floor(limit × 88 / 100) without an overflow on the way.

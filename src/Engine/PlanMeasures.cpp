@@ -4,6 +4,7 @@
 #include "Engine/PlanMeasures.h"
 
 #include "Engine/Text.h"
+#include "Models/Truncation.h"
 
 #include <QFileInfo>
 
@@ -53,6 +54,6 @@ std::optional<qint64> PlanMeasures::upwardBitrate(qint64 limit, qint64 bytes, qi
     const double ratio =
         static_cast<double>(limit) * upwardAim / static_cast<double>(std::max<qint64>(bytes, 1));
     const double factor = std::min(ratio, steepestLeap);
-    const qint64 next = std::min(kbps * 2, static_cast<qint64>(factor * static_cast<double>(kbps)));
+    const qint64 next = std::min(kbps * 2, truncated(factor * static_cast<double>(kbps)));
     return next > kbps ? std::optional(next) : std::nullopt;
 }

@@ -3,6 +3,8 @@
 
 #include "Engine/ProbeJson.h"
 
+#include "Engine/JsonText.h"
+
 #include <QJsonDocument>
 
 template <> struct Json::Fields<ProbeJson::Format> {
@@ -49,7 +51,8 @@ template <> struct Json::Fields<ProbeJson> {
 ProbeJson ProbeJson::decode(const QString &text)
 {
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8(), &error);
+    const QJsonDocument document =
+        QJsonDocument::fromJson(JsonText::keepingMarks(text.toUtf8()), &error);
     if (error.error != QJsonParseError::NoError) {
         throw Json::DecodeError(error.errorString());
     }

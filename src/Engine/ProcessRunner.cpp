@@ -7,6 +7,7 @@
 #include "Engine/EngineError.h"
 #include "Engine/LineBuffer.h"
 #include "Engine/Text.h"
+#include "Models/Utf8.h"
 
 #include <array>
 #include <cerrno>
@@ -117,7 +118,7 @@ QString readToEnd(int descriptor)
         }
         all.append(chunk.data(), count);
     }
-    return all.isValidUtf8() ? QString::fromUtf8(all) : QString();
+    return all.isValidUtf8() ? decodedUtf8(all) : QString();
 }
 
 } // namespace

@@ -23,7 +23,7 @@ constexpr double shortestCountedPart = 0.5;
 constexpr double negligibleRest = 0.05;
 
 // More are a slip of the keyboard, or a file that lies about its length.
-constexpr double mostParts = 100'000;
+constexpr double mostParts = 1'000'000;
 
 std::optional<double> partSeconds(double duration, qint64 totalKbps, const SplitParams &params)
 {

@@ -13,7 +13,7 @@ namespace SplitPlanner {
 /// The parts in order, each beginning where the one before ends. `duration` is in seconds,
 /// `totalKbps` the rate of the whole file. A remainder of 0.05 seconds or less is left off. Empty
 /// for a file of 0.2 seconds or less, for parts by size when the rate is below 1, and for more than
-/// 100,000 parts.
+/// 1,000,000 parts.
 QList<TrimSegment> segments(double duration, qint64 totalKbps, const SplitParams &params);
 
 } // namespace SplitPlanner

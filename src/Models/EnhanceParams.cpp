@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "Models/JobParams.h"
+#include "Models/Truncation.h"
 #include "Models/VideoFile.h"
 
 #include <algorithm>
@@ -26,7 +27,7 @@ double factorOf(EnhanceParams::UpscaleFactor upscale)
 qint64 scaledEven(qint64 side, double factor)
 {
     const double rounded = std::round(static_cast<double>(side) * factor);
-    return std::max<qint64>(static_cast<qint64>(rounded / 2) * 2, 2);
+    return std::max<qint64>(truncated(std::trunc(rounded / 2) * 2), 2);
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 
 #include "Models/VideoFile.h"
 
+#include "Models/Truncation.h"
+
 #include <algorithm>
 
 namespace {
@@ -25,11 +27,12 @@ double measuredBitrate(const VideoFile &file)
 // The highest single track and not the sum: most outputs keep one track only.
 double declaredBitrate(const VideoFile &file)
 {
-    qint64 audio = 0;
+    std::optional<qint64> audio;
     for (const AudioStream &stream : file.audioStreams) {
-        audio = std::max(audio, stream.bitrateBps.value_or(0));
+        audio = std::max(audio, stream.bitrateBps);
     }
-    return static_cast<double>(file.videoBitrateBps.value_or(0)) + static_cast<double>(audio);
+    return static_cast<double>(file.videoBitrateBps.value_or(0)) +
+           static_cast<double>(audio.value_or(0));
 }
 
 template <typename Value> size_t hashOf(const std::optional<Value> &value, size_t seed)
@@ -49,7 +52,7 @@ double VideoFile::effectiveDuration(std::optional<double> skipHead,
 
 qint64 VideoFile::totalBitrateBps() const
 {
-    return static_cast<qint64>(std::max(measuredBitrate(*this), declaredBitrate(*this)));
+    return truncated(std::max(measuredBitrate(*this), declaredBitrate(*this)));
 }
 
 size_t qHash(const AudioStream &stream, size_t seed) noexcept

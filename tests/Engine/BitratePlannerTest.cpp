@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <ostream>
 
 using BitratePlanner::Plan;
@@ -387,6 +388,18 @@ TEST(BitratePlanner, the_width_changes_nothing_but_the_cap)
     EXPECT_EQ(capped.maxHeight, 720);
     capped.maxHeight.reset();
     EXPECT_EQ(capped, free);
+}
+
+TEST(BitratePlanner, a_target_beyond_all_integers_is_the_highest_one)
+{
+    constexpr qint64 most = std::numeric_limits<qint64>::max();
+    const Plan made = plan({1e300, 10, true, false, 1920});
+    EXPECT_EQ(made.targetBytes, most);
+    EXPECT_EQ(made.videoBitrateKbps, most);
+    EXPECT_EQ(made.estimatedBytes, most);
+    EXPECT_EQ(made.warnings, Warnings{});
+    EXPECT_EQ(plan({-1e300, 10, true, false, 1920}).targetBytes,
+              std::numeric_limits<qint64>::min());
 }
 
 TEST(BitratePlanner, the_warnings_stand_in_their_order)

@@ -20,15 +20,12 @@ std::optional<QString> firstRepeated(const QByteArray &json)
     return JsonKeys::firstRepeated(json);
 }
 
-// An object as large as a file may be, each of its keys another one, with `last` behind them.
+// An object of a great many keys, each another one, with `last` behind them.
 QByteArray objectFullOfKeys(const QByteArray &keyStart, const QByteArray &last)
 {
-    constexpr qsizetype roomForOneMore = 30;
-    const qsizetype most = JsonFile::mostBytes - last.size() - roomForOneMore;
     QByteArray json = "{";
-    json.reserve(JsonFile::mostBytes);
-    for (int number = 0; json.size() < most; ++number) {
-        json += '"' + keyStart + QByteArray::number(number, 36) + "\":0,";
+    for (qsizetype number = 0; number < JsonFile::mostValues / 4; ++number) {
+        json += '"' + keyStart + QByteArray::number(static_cast<qlonglong>(number)) + "\":0,";
     }
     return json + last + '}';
 }

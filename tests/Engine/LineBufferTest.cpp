@@ -70,6 +70,14 @@ TEST(LineBuffer, a_character_that_straddles_two_chunks_is_lost_to_collected_but_
     EXPECT_EQ(buffer.collected(), u""_s);
 }
 
+TEST(LineBuffer, a_character_that_marks_byte_orders_elsewhere_stays_at_the_head)
+{
+    LineBuffer buffer;
+    EXPECT_EQ(buffer.append("\xEF\xBB\xBFone\n\xEF\xBB\xBFtwo\n"),
+              (QStringList{u"\uFEFFone"_s, u"\uFEFFtwo"_s}));
+    EXPECT_EQ(buffer.collected(), u"\uFEFFone\n\uFEFFtwo\n"_s);
+}
+
 TEST(LineBuffer, an_empty_chunk_changes_nothing)
 {
     LineBuffer buffer;

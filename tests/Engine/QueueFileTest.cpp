@@ -212,6 +212,27 @@ TEST(QueueFile, ten_thousand_jobs_fit)
     EXPECT_EQ(QueueFile::read(folder.url(u"queue.json"_s)), jobs);
 }
 
+TEST(QueueFile, a_long_queue_of_long_names_fits_too)
+{
+    const TempFolder folder;
+    const QList<ExportedJob> jobs(13'000,
+                                  {u'/' + QString(200, u'n') + u".mov"_s, TargetSizeParams()});
+    EXPECT_TRUE(QueueFile::write(folder.url(u"queue.json"_s), jobs));
+    EXPECT_EQ(QueueFile::read(folder.url(u"queue.json"_s)), jobs);
+}
+
+TEST(QueueFile, a_document_of_more_values_than_any_queue_is_refused_unread)
+{
+    const QByteArray most = '[' + QByteArray("[],").repeated(JsonFile::mostValues / 2) + "[]]";
+    EXPECT_THROW(QueueFile::decode(most), Json::DecodeError);
+}
+
+TEST(QueueFile, a_character_that_marks_byte_orders_elsewhere_stays_at_the_head_of_a_path)
+{
+    const QList<ExportedJob> jobs{{u"\uFEFF/a.mov"_s, GifParams()}};
+    EXPECT_EQ(QueueFile::decode(QueueFile::encode(jobs)), jobs);
+}
+
 TEST(QueueFile, files_that_cannot_be_read_or_are_none_are_told)
 {
     const TempFolder folder;

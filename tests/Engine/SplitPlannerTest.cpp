@@ -138,6 +138,13 @@ TEST(SplitPlanner, three_parts_of_nine_tenths_of_a_second_become_two)
     EXPECT_EQ(endsOf(0.9, byParts(3)), (Ends{0.5, 0.9}));
 }
 
+TEST(SplitPlanner, a_week_in_seconds_is_shared_out_and_a_length_that_is_a_lie_is_not)
+{
+    constexpr size_t secondsOfWeek = 604'800;
+    EXPECT_EQ(endsOf(secondsOfWeek, byDuration(1)).size(), secondsOfWeek);
+    EXPECT_EQ(endsOf(1e18, byDuration(1)), Ends{});
+}
+
 TEST(SplitPlanner, a_file_of_a_fifth_of_a_second_or_less_has_no_parts)
 {
     for (const double duration : {0.2, 0.1, 0.0, -1.0, std::nan("")}) {

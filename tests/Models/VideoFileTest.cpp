@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -52,6 +54,21 @@ TEST(VideoFile, a_skip_longer_than_the_file_leaves_a_tenth_of_a_second)
 TEST(VideoFile, the_tail_skip_is_clamped_to_what_the_head_skip_left)
 {
     EXPECT_EQ(fileOf(10).effectiveDuration(8, 8), 0.1);
+}
+
+TEST(VideoFile, the_highest_audio_track_may_have_a_rate_below_zero)
+{
+    VideoFile file = fileOf(10);
+    file.videoBitrateBps = 1'000;
+    file.audioStreams = {audioAt(-5), AudioStream(), audioAt(-7)};
+    EXPECT_EQ(file.totalBitrateBps(), 995);
+}
+
+TEST(VideoFile, a_rate_beyond_all_integers_is_the_highest_one)
+{
+    VideoFile file = fileOf(1e-300);
+    file.fileSizeBytes = 1;
+    EXPECT_EQ(file.totalBitrateBps(), std::numeric_limits<qint64>::max());
 }
 
 TEST(VideoFile, a_file_of_unknown_length_has_a_tenth_of_a_second)

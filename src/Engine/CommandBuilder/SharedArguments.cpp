@@ -6,6 +6,7 @@
 #include "Engine/OutputNaming.h"
 #include "Engine/Text.h"
 #include "Models/BlankTrimming.h"
+#include "Models/Truncation.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -112,7 +113,8 @@ QStringList CommandBuilder::baseArgs()
 QString CommandBuilder::formatMB(double megabytes)
 {
     if (std::round(megabytes) == megabytes) {
-        return Text::fixed(megabytes, 0);
+        // No sign for a zero below zero.
+        return Text::fixed(megabytes + 0.0, 0);
     }
     return Text::fixed(megabytes, 1);
 }
@@ -247,7 +249,7 @@ qint64 CommandBuilder::sourceVideoBitrateBps(const VideoFile &file)
 qint64 CommandBuilder::shareOfSourceKbps(const VideoFile &file, double share)
 {
     const double kbps = static_cast<double>(sourceVideoBitrateBps(file)) / 1000.0 * share;
-    return static_cast<qint64>(std::max(kbps, lowestShareKbps));
+    return truncated(std::max(kbps, lowestShareKbps));
 }
 
 QStringList CommandBuilder::qualityOrRateArgs(const AdvancedOptions &advanced,

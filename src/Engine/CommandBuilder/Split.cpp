@@ -10,6 +10,9 @@ using namespace Qt::StringLiterals;
 namespace CommandBuilder {
 namespace {
 
+// Beyond it the lines of the steps would fill the memory before ffmpeg had started once.
+constexpr qsizetype mostSteps = 100'000;
+
 QString partSuffix(qsizetype number)
 {
     return u"part-"_s + QString::number(number).rightJustified(2, u'0');
@@ -23,7 +26,7 @@ JobPlan split(const VideoFile &file, const SplitParams &params,
 {
     const QList<TrimSegment> parts =
         SplitPlanner::segments(file.durationSeconds, file.totalBitrateBps() / 1000, params);
-    if (parts.isEmpty()) {
+    if (parts.isEmpty() || parts.size() > mostSteps) {
         throw BuilderError(BuilderError::Case::noSegments);
     }
     const QString extension = cutExtension(file);

@@ -5,6 +5,7 @@
 #include "Engine/CommandBuilder/CommandBuilder.h"
 #include "Engine/CommandBuilder/SharedArguments.h"
 #include "Engine/Text.h"
+#include "Models/Truncation.h"
 
 #include <QDir>
 
@@ -240,7 +241,7 @@ JobPlan targetSize(const VideoFile &file, const TargetSizeParams &params,
                    const FFmpegToolset &toolset, const std::optional<QUrl> &outputDirectory,
                    const std::optional<QString> &namingTemplate)
 {
-    const auto targetBytes = static_cast<qint64>(params.targetMB * 1'000'000.0);
+    const qint64 targetBytes = truncated(params.targetMB * 1'000'000.0);
     const QUrl output = outputURL(file, formatMB(params.targetMB) + u"MB"_s, u"mp4"_s,
                                   outputDirectory, namingTemplate);
     if (alreadyFits(file, targetBytes)) {

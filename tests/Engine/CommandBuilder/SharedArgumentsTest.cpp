@@ -133,7 +133,7 @@ TEST(SharedArguments, megabytes_print_whole_or_with_one_decimal)
     const std::vector<Row> rows{
         {25, u"25"_s},       {25.5, u"25.5"_s},       {25.55, u"25.6"_s}, {8.25, u"8.2"_s},
         {8.75, u"8.8"_s},    {0.5, u"0.5"_s},         {0.04, u"0.0"_s},   {9.96, u"10.0"_s},
-        {24.999, u"25.0"_s}, {1000000, u"1000000"_s}, {0, u"0"_s},
+        {24.999, u"25.0"_s}, {1000000, u"1000000"_s}, {0, u"0"_s},        {-0.0, u"0"_s},
     };
     for (const Row &row : rows) {
         EXPECT_EQ(CommandBuilder::formatMB(row.megabytes), row.text) << row.megabytes;

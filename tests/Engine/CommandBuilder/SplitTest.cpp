@@ -196,6 +196,15 @@ TEST(Split, a_file_without_parts_is_refused)
     EXPECT_EQ(refusalOf(g), std::nullopt);
 }
 
+TEST(Split, more_parts_than_memory_has_room_for_are_refused)
+{
+    Given g;
+    g.params.mode = SplitParams::Mode::byDuration;
+    g.params.durationPerPartSeconds = 1;
+    g.file.durationSeconds = 100'001;
+    EXPECT_EQ(refusalOf(g), BuilderError::Case::noSegments);
+}
+
 TEST(Split, parts_by_size_of_a_file_of_no_rate_are_refused)
 {
     Given g;
