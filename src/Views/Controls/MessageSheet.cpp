@@ -24,6 +24,8 @@ public:
     MessageScroll(QWidget *text, int width) : m_text(text), m_width(width)
     {
         setWidget(text);
+        // The area has what it scrolls painted in the window's colour, and this stands on a card.
+        text->setAutoFillBackground(false);
         setFixedWidth(width);
         setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum);
     }

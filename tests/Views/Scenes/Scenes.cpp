@@ -49,6 +49,14 @@ void showAlert(SceneFixture &scene)
     scene.model().setLastError(scene.model().t(u"error.probe"_s));
 }
 
+void showLongAlert(SceneFixture &scene)
+{
+    scene.films();
+    scene.model().setLastError(
+        u"Error while decoding stream #0:0: Invalid data found when processing input\n"_s.repeated(
+            40));
+}
+
 void showSaveSheet(SceneFixture &scene)
 {
     scene.films();
@@ -159,6 +167,7 @@ const QList<Scene> &scenes()
         {"job_menu", showJobMenu},
         {"trash_question", showTrashQuestion},
         {"alert", showAlert},
+        {"alert_long", showLongAlert},
         {"drop_zone", [](SceneFixture &scene) { scene.dropZone(); }},
     };
     return all;
