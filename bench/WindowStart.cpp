@@ -15,6 +15,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
+#include <xcb/damage.h>
 #include <xcb/xcb.h>
 
 // The time from the start of a program until its window stands on the screen and is painted, for
@@ -48,7 +49,14 @@ public:
         m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
         const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
         xcb_change_window_attributes(m_connection, m_root, XCB_CW_EVENT_MASK, &events);
-        xcb_flush(m_connection);
+        const auto version = xcb_damage_query_version(m_connection, XCB_DAMAGE_MAJOR_VERSION,
+                                                      XCB_DAMAGE_MINOR_VERSION);
+        const Owned<xcb_damage_query_version_reply_t> answer{
+            xcb_damage_query_version_reply(m_connection, version, nullptr)};
+        if (!answer) {
+            std::fputs("The display doesn't tell what is painted.\n", stderr);
+            std::exit(EXIT_FAILURE);
+        }
     }
     Screen(const Screen &) = delete;
     Screen &operator=(const Screen &) = delete;
@@ -73,19 +81,16 @@ public:
     {
         constexpr std::array<std::array<std::int16_t, 2>, 4> places{
             {{4, 4}, {900, 4}, {500, 350}, {900, 600}}};
-        for (const auto &[x, y] : places) {
-            while (isBlack(window, x, y)) {
-                ::usleep(200);
-            }
-        }
+        awaitPicture(window, [&] {
+            return std::ranges::none_of(
+                places, [&](const auto &place) { return isBlack(window, place[0], place[1]); });
+        });
     }
 
     /// Until a line from the window's top to its bottom has more than one colour.
     void awaitContent(xcb_window_t window)
     {
-        while (isPlain(window)) {
-            ::usleep(200);
-        }
+        awaitPicture(window, [&] { return !isPlain(window); });
     }
 
     void forgetEvents()
@@ -96,6 +101,20 @@ public:
 
 private:
     static constexpr int leastWidth = 800;
+
+    // Looked at anew with each change of it that the display tells.
+    template <typename Condition> void awaitPicture(xcb_window_t window, Condition condition)
+    {
+        const xcb_damage_damage_t damage = xcb_generate_id(m_connection);
+        xcb_damage_create(m_connection, damage, window, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
+        xcb_flush(m_connection);
+        while (!condition()) {
+            if (!Owned<xcb_generic_event_t>(xcb_wait_for_event(m_connection))) {
+                std::abort();
+            }
+        }
+        xcb_damage_destroy(m_connection, damage);
+    }
 
     int widthOf(xcb_window_t window)
     {
